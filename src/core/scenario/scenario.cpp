@@ -1,0 +1,28 @@
+#include "core/scenario/scenario.h"
+
+#include "core/base/checked.h"
+
+namespace ira {
+
+void Scenario::Reset() {
+  Gen = GeneralInputs{};
+  Ira.clear();
+}
+
+IraRecord& Scenario::AddIra() {
+  Gen.IraCount = CheckedInt16(static_cast<long long>(Ira.size()) + 1, "AddIra()");
+  return Ira.emplace_back();
+}
+
+void Scenario::RemoveIra(std::size_t index) {
+  if (index >= Ira.size()) return;
+  Ira.erase(Ira.begin() + static_cast<std::ptrdiff_t>(index));
+  Gen.IraCount = static_cast<std::int16_t>(Ira.size());
+}
+
+Scenario& TheScenario() {
+  static Scenario scenario;
+  return scenario;
+}
+
+}  // namespace ira

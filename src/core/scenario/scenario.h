@@ -1,0 +1,87 @@
+// The scenario: one planning case, the owner-wide GeneralInputs and the list
+// of the owner's IRA accounts. There is one program-wide scenario; dialogs
+// write its fields, the file code stores it byte for byte, the engine and the
+// reports read it. Fixed texts are held padded to their stored widths (UTF-8
+// in memory); readers trim the right-hand blanks before display.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "core/base/calendar.h"
+#include "core/base/money.h"
+#include "core/base/text.h"
+
+namespace ira {
+
+inline constexpr std::size_t kOwnerNameWidth = 51;
+inline constexpr std::size_t kOtherInfoWidth = 51;
+inline constexpr std::size_t kIraNameWidth = 32;
+inline constexpr std::size_t kBeneficiaryNameWidth = 52;
+
+// Early-distribution methods.
+enum EarlyMethodCode : std::int16_t { kMethodMinimum = 0, kMethodAmortization = 1, kMethodAnnuity = 2 };
+
+struct GeneralInputs {
+  std::string OwnerName = FixedText("", kOwnerNameWidth);
+  std::string OtherInfo = FixedText("", kOtherInfoWidth);
+  std::int16_t SpouseBen = 0;        // spouse is a beneficiary on some/all accounts
+  Date OwnerBirthDate = kNoDate;
+  Date OwnerDeathDate = kNoDate;     // kNoDate: the owner is living
+  Date SpouseBirthDate = kNoDate;
+  std::array<std::uint8_t, 8> Reserved{};
+  std::int16_t DCY = 0;              // Distribution Calendar Year
+  std::int16_t DistType = 0;         // -1 required minimum, 0 early (before 59 1/2)
+  std::array<std::uint8_t, 8> OtherInputs{};
+  std::int16_t ProjectionYears = 0;  // 0: projection mode off
+  std::int16_t IraCount = 0;
+  std::int16_t IncomeCalc = 0;       // compute income in the first projected year too
+  std::int16_t EarlyMethod = 0;      // EarlyMethodCode
+  float InflationRate = 0;           // percent
+  float IntRate = 0;                 // amortization interest rate, percent
+  float AnnuityFactor = 0;           // user override annuity factor
+  float AnnuityIntRate = 0;          // 90CM interest rate, percent
+  std::int16_t AnnuityOverride = 0;  // the user's annuity factor is used
+  std::int16_t Kept174 = 0;
+  float PercentOver = 0;             // percentage over the required minimum
+  std::array<std::uint8_t, 4> Kept180{};  // zeroed when the DCY is above 2050
+};
+
+struct IraRecord {
+  std::string IraName = FixedText("", kIraNameWidth);
+  std::int16_t SpouseBen = 0;        // spouse is a beneficiary on this IRA
+  std::int16_t OtherBen = 0;         // there is a non-spouse beneficiary
+  std::int16_t Kept36 = 0;
+  std::string BeneficiaryName = FixedText("", kBeneficiaryNameWidth);
+  Date BeneBirthDate = kNoDate;      // non-spouse beneficiary's birthday
+  Money DistributedThisYear;         // amount already distributed this year
+  Money Benefit;                     // balance at 12/31 of the year before the DCY
+  Money FirstYearDist;               // first-year distributions made 1/1 to 4/1 of the second DCY
+  std::int16_t Kept122 = 0;
+  float RateOfReturn = 0;            // percent
+  std::int16_t bRecalc = 0;          // recalculation election, 0..3
+  std::int16_t chkUse2002Table = 0;  // early distributions: use the 2002 tables
+  std::array<std::uint8_t, 6> Kept132{};
+};
+
+struct Scenario {
+  GeneralInputs Gen;
+  std::vector<IraRecord> Ira;  // always Gen.IraCount entries
+
+  // Every field zero or blank, no IRAs, no dates.
+  void Reset();
+  // Keeps Gen.IraCount and the list in step.
+  IraRecord& AddIra();
+  void RemoveIra(std::size_t index);
+};
+
+// The one program-wide scenario.
+Scenario& TheScenario();
+
+inline bool IsEarly(const GeneralInputs& gen) { return gen.DistType == 0; }
+inline bool HasDeathDate(const GeneralInputs& gen) { return gen.OwnerDeathDate != kNoDate; }
+
+}  // namespace ira
