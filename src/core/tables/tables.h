@@ -1,0 +1,30 @@
+// The four life expectancy tables, loaded once from the table files in the
+// program folder and shared read-only for the whole run. All four are held
+// as singles; the 2002 files' doubles are rounded to single on loading.
+#pragma once
+
+#include <array>
+#include <cstddef>
+
+namespace ira::tables {
+
+inline constexpr std::size_t kAges = 111;  // ages 5..115
+
+struct LifeTables {
+  std::array<float, kAges> single86{};  // index age - 5
+  std::array<float, kAges> single02{};
+  std::array<float, kAges * kAges> joint86{};  // index (a1 - 5) + (a2 - 5) * 111
+  std::array<float, kAges * kAges> joint02{};
+};
+
+const LifeTables& Tables();
+// Zeroes all four tables (as before loading).
+void ClearTables();
+
+// Load the joint files ("vi86.tbl", "vi02.tbl") and the single files
+// ("v86.tbl", "v02.tbl") from the program folder. A missing file gives the
+// "File not found" message and leaves that reader's tables at zero.
+void ReadTableVI();
+void ReadTableV();
+
+}  // namespace ira::tables
