@@ -47,23 +47,23 @@ std::string_view ByteReader::Peek(std::size_t size) const {
   return {reinterpret_cast<const char*>(m_data.data() + m_pos), n};
 }
 
-std::int16_t ByteReader::Int16() { return Load<std::int16_t>(Take(2)); }
-float ByteReader::Single() { return Load<float>(Take(4)); }
-double ByteReader::Double() { return Load<double>(Take(8)); }
-Money ByteReader::Currency() { return Money::FromRaw(Load<std::int64_t>(Take(8))); }
+void ByteReader::Field(std::int16_t& value) { value = Load<std::int16_t>(Take(2)); }
+void ByteReader::Field(float& value) { value = Load<float>(Take(4)); }
+void ByteReader::Field(double& value) { value = Load<double>(Take(8)); }
+void ByteReader::Field(Money& value) { value = Money::FromRaw(Load<std::int64_t>(Take(8))); }
 
-std::string ByteReader::Text(std::size_t width) {
+void ByteReader::Field(std::string& text, std::size_t width) {
   const std::uint8_t* p = Take(width);
-  return Cp1252ToUtf8(std::string_view(reinterpret_cast<const char*>(p), width));
+  text = Cp1252ToUtf8(std::string_view(reinterpret_cast<const char*>(p), width));
 }
 
-void ByteWriter::Int16(std::int16_t value) { Store(m_data, value); }
-void ByteWriter::Single(float value) { Store(m_data, value); }
-void ByteWriter::Double(double value) { Store(m_data, value); }
-void ByteWriter::Currency(Money value) { Store(m_data, value.Raw()); }
+void ByteWriter::Field(std::int16_t value) { Store(m_data, value); }
+void ByteWriter::Field(float value) { Store(m_data, value); }
+void ByteWriter::Field(double value) { Store(m_data, value); }
+void ByteWriter::Field(Money value) { Store(m_data, value.Raw()); }
 
-void ByteWriter::Text(std::string_view utf8, std::size_t width) {
-  std::string bytes = Utf8ToCp1252(FixedText(utf8, width));
+void ByteWriter::Field(std::string_view text, std::size_t width) {
+  std::string bytes = Utf8ToCp1252(FixedText(text, width));
   bytes.resize(width, ' ');  // one byte per character, but never trust a width to a conversion
   m_data.insert(m_data.end(), bytes.begin(), bytes.end());
 }

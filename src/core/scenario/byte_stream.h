@@ -44,17 +44,19 @@ class ByteReader {
   // Refuses the file as damaged; `problem` completes "The file <name> ".
   [[noreturn]] void Refuse(std::string_view problem) const;
 
-  std::int16_t Int16();
-  float Single();
-  double Double();
-  Money Currency();
-  // `width` bytes of Windows-1252 as UTF-8 (still `width` characters).
-  std::string Text(std::size_t width);
+  // One stored field into its in-memory form.
+  void Field(std::int16_t& value);
+  void Field(float& value);
+  void Field(double& value);
+  void Field(Money& value);
   template <std::size_t N>
-  void Bytes(std::array<std::uint8_t, N>& out) {
+  void Field(std::array<std::uint8_t, N>& bytes) {
     const std::uint8_t* p = Take(N);
-    for (std::size_t i = 0; i < N; ++i) out[i] = p[i];
+    for (std::size_t i = 0; i < N; ++i) bytes[i] = p[i];
   }
+  // `width` bytes of Windows-1252 as UTF-8 (still `width` characters).
+  void Field(std::string& text, std::size_t width);
+
   // The next `size` bytes, or as many as are left.
   std::string_view Peek(std::size_t size) const;
   void Skip(std::size_t size) { Take(size); }
@@ -71,13 +73,13 @@ class ByteWriter {
  public:
   std::vector<std::uint8_t>& Data() { return m_data; }
 
-  void Int16(std::int16_t value);
-  void Single(float value);
-  void Double(double value);
-  void Currency(Money value);
+  void Field(std::int16_t value);
+  void Field(float value);
+  void Field(double value);
+  void Field(Money value);
+  void Field(std::span<const std::uint8_t> bytes) { m_data.insert(m_data.end(), bytes.begin(), bytes.end()); }
   // A UTF-8 text cut or blank-padded to `width` characters, as Windows-1252.
-  void Text(std::string_view utf8, std::size_t width);
-  void Bytes(std::span<const std::uint8_t> bytes) { m_data.insert(m_data.end(), bytes.begin(), bytes.end()); }
+  void Field(std::string_view text, std::size_t width);
 
  private:
   std::vector<std::uint8_t> m_data;

@@ -53,8 +53,8 @@ int SaveErrorNumber(int err) {
 
 std::vector<std::uint8_t> ScenarioBytes(const Scenario& scenario) {
   ByteWriter out;
-  out.Text(kSignature, kSignatureSize);
-  out.Text(FileVersionTag(), kTagWidth);
+  out.Field(kSignature, kSignatureSize);
+  out.Field(FileVersionTag(), kTagWidth);
   // The list is what gets stored, so the count always matches it.
   GeneralInputs gen = scenario.Gen;
   gen.IraCount = CheckedInt16(static_cast<long long>(scenario.Ira.size()), "SaveFile()");
@@ -145,7 +145,8 @@ void SaveFile(const std::string& path, const Scenario& scenario) { WriteReplacin
 void LoadFile(ByteReader& in, Scenario& out) {
   in.Expect(kHeaderSize, "version tag");
   in.Skip(kSignatureSize);
-  const std::string tag = in.Text(kTagWidth);
+  std::string tag;
+  in.Field(tag, kTagWidth);
   // Substring tests in this order: every tag starting with "VESK2001" is a 2001 file.
   if (tag.find("VESK1999.2") != std::string::npos) {
     Conv992xTo0010(in, out);

@@ -9,95 +9,73 @@ std::size_t GeneralLayout::Size() const {
          (annuityIntRate ? 0 : 4) - (overrideSwitch ? 0 : 2);
 }
 
+namespace {
+
+// The field order is written once, for reading (ByteReader, records by
+// reference) and writing (ByteWriter, const records) alike.
+template <typename Io, typename General>
+void GeneralFields(Io& io, General& g, const GeneralLayout& layout) {
+  io.Field(g.OwnerName, kOwnerNameWidth);
+  io.Field(g.OtherInfo, kOtherInfoWidth);
+  io.Field(g.SpouseBen);
+  io.Field(g.OwnerBirthDate);
+  if (layout.deathDate) io.Field(g.OwnerDeathDate);
+  io.Field(g.SpouseBirthDate);
+  io.Field(g.Reserved);
+  io.Field(g.DCY);
+  io.Field(g.DistType);
+  io.Field(g.OtherInputs);
+  io.Field(g.ProjectionYears);
+  io.Field(g.IraCount);
+  if (layout.incomeCalc) io.Field(g.IncomeCalc);
+  io.Field(g.EarlyMethod);
+  if (layout.inflationRate) io.Field(g.InflationRate);
+  io.Field(g.IntRate);
+  io.Field(g.AnnuityFactor);
+  if (layout.annuityIntRate) io.Field(g.AnnuityIntRate);
+  if (layout.overrideSwitch) io.Field(g.AnnuityOverride);
+  io.Field(g.Kept174);
+  io.Field(g.PercentOver);
+  io.Field(g.Kept180);
+}
+
+template <typename Io, typename Ira>
+void IraFields(Io& io, Ira& r) {
+  io.Field(r.IraName, kIraNameWidth);
+  io.Field(r.SpouseBen);
+  io.Field(r.OtherBen);
+  io.Field(r.Kept36);
+  io.Field(r.BeneficiaryName, kBeneficiaryNameWidth);
+  io.Field(r.BeneBirthDate);
+  io.Field(r.DistributedThisYear);
+  io.Field(r.Benefit);
+  io.Field(r.FirstYearDist);
+  io.Field(r.Kept122);
+  io.Field(r.RateOfReturn);
+  io.Field(r.bRecalc);
+  io.Field(r.chkUse2002Table);
+  io.Field(r.Kept132);
+}
+
+}  // namespace
+
 GeneralInputs ReadGeneral(ByteReader& in, const GeneralLayout& layout) {
   in.Expect(layout.Size(), "general inputs");
   GeneralInputs gen;
-  gen.OwnerName = in.Text(kOwnerNameWidth);
-  gen.OtherInfo = in.Text(kOtherInfoWidth);
-  gen.SpouseBen = in.Int16();
-  gen.OwnerBirthDate = in.Double();
-  if (layout.deathDate) gen.OwnerDeathDate = in.Double();
-  gen.SpouseBirthDate = in.Double();
-  in.Bytes(gen.Reserved);
-  gen.DCY = in.Int16();
-  gen.DistType = in.Int16();
-  in.Bytes(gen.OtherInputs);
-  gen.ProjectionYears = in.Int16();
-  gen.IraCount = in.Int16();
-  if (layout.incomeCalc) gen.IncomeCalc = in.Int16();
-  gen.EarlyMethod = in.Int16();
-  if (layout.inflationRate) gen.InflationRate = in.Single();
-  gen.IntRate = in.Single();
-  gen.AnnuityFactor = in.Single();
-  if (layout.annuityIntRate) gen.AnnuityIntRate = in.Single();
-  if (layout.overrideSwitch) gen.AnnuityOverride = in.Int16();
-  gen.Kept174 = in.Int16();
-  gen.PercentOver = in.Single();
-  in.Bytes(gen.Kept180);
+  GeneralFields(in, gen, layout);
   return gen;
 }
 
-void WriteGeneral(ByteWriter& out, const GeneralInputs& gen) {
-  out.Text(gen.OwnerName, kOwnerNameWidth);
-  out.Text(gen.OtherInfo, kOtherInfoWidth);
-  out.Int16(gen.SpouseBen);
-  out.Double(gen.OwnerBirthDate);
-  out.Double(gen.OwnerDeathDate);
-  out.Double(gen.SpouseBirthDate);
-  out.Bytes(gen.Reserved);
-  out.Int16(gen.DCY);
-  out.Int16(gen.DistType);
-  out.Bytes(gen.OtherInputs);
-  out.Int16(gen.ProjectionYears);
-  out.Int16(gen.IraCount);
-  out.Int16(gen.IncomeCalc);
-  out.Int16(gen.EarlyMethod);
-  out.Single(gen.InflationRate);
-  out.Single(gen.IntRate);
-  out.Single(gen.AnnuityFactor);
-  out.Single(gen.AnnuityIntRate);
-  out.Int16(gen.AnnuityOverride);
-  out.Int16(gen.Kept174);
-  out.Single(gen.PercentOver);
-  out.Bytes(gen.Kept180);
-}
+void WriteGeneral(ByteWriter& out, const GeneralInputs& gen) { GeneralFields(out, gen, GeneralLayout{}); }
 
 IraRecord ReadIra(ByteReader& in) {
   in.Expect(kIraRecordSize, "IRA records");
   IraRecord ira;
-  ira.IraName = in.Text(kIraNameWidth);
-  ira.SpouseBen = in.Int16();
-  ira.OtherBen = in.Int16();
-  ira.Kept36 = in.Int16();
-  ira.BeneficiaryName = in.Text(kBeneficiaryNameWidth);
-  ira.BeneBirthDate = in.Double();
-  ira.DistributedThisYear = in.Currency();
-  ira.Benefit = in.Currency();
-  ira.FirstYearDist = in.Currency();
-  ira.Kept122 = in.Int16();
-  ira.RateOfReturn = in.Single();
-  ira.bRecalc = in.Int16();
-  ira.chkUse2002Table = in.Int16();
-  in.Bytes(ira.Kept132);
+  IraFields(in, ira);
   return ira;
 }
 
-void WriteIra(ByteWriter& out, const IraRecord& ira) {
-  out.Text(ira.IraName, kIraNameWidth);
-  out.Int16(ira.SpouseBen);
-  out.Int16(ira.OtherBen);
-  out.Int16(ira.Kept36);
-  out.Text(ira.BeneficiaryName, kBeneficiaryNameWidth);
-  out.Double(ira.BeneBirthDate);
-  out.Currency(ira.DistributedThisYear);
-  out.Currency(ira.Benefit);
-  out.Currency(ira.FirstYearDist);
-  out.Int16(ira.Kept122);
-  out.Single(ira.RateOfReturn);
-  out.Int16(ira.bRecalc);
-  out.Int16(ira.chkUse2002Table);
-  out.Bytes(ira.Kept132);
-}
+void WriteIra(ByteWriter& out, const IraRecord& ira) { IraFields(out, ira); }
 
 std::vector<IraRecord> ReadIraList(ByteReader& in, const GeneralInputs& gen) {
   const int count = gen.IraCount;
