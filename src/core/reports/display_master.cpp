@@ -8,6 +8,7 @@
 #include "core/base/errors.h"
 #include "core/base/messages.h"
 #include "core/base/progress.h"
+#include "core/reports/gen_info.h"
 #include "core/reports/prnmastr.h"
 #include "core/scenario/scenario.h"
 
@@ -15,9 +16,9 @@ namespace ira::reports {
 namespace {
 
 ReportTable g_reports{{
-    {kRptInputs, "Inputs", "Sending Inputs Report to printer/Print Manager", "DisplayInputs()", {}},
+    {kRptInputs, "Inputs", "Sending Inputs Report to printer/Print Manager", "DisplayInputs()", DisplayInputs},
     {kRptGenInfo, "General Information", "Sending General Information Report to printer/Print Manager",
-     "Reports.DisplayGenInfo", {}},
+     "Reports.DisplayGenInfo", DisplayGenInfo},
     {kRptDistCalc, "Distribution Calculation", "Sending Distribution Calculations Report to printer/Print Manager",
      "DispCalcResults()", {}},
     {kRptCalSumm, "Calendar Year Summary", "Sending Calendar Year Summary Report to printer/Print Manager",

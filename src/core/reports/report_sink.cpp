@@ -48,8 +48,14 @@ void OutputBlock(ReportSink& sink, std::string& block, int lineCount, const Page
 void BlockWriter::Add(std::string_view line) {
   m_block += line;
   m_block += kCrLf;
+  ++m_lines;
 }
 
-void BlockWriter::Emit(int lineCount) { OutputBlock(m_sink, m_block, lineCount, m_heading); }
+void BlockWriter::Emit(int lineCount) {
+  OutputBlock(m_sink, m_block, lineCount, m_heading);
+  m_lines = 0;
+}
+
+void BlockWriter::EmitAll() { Emit(m_lines); }
 
 }  // namespace ira::reports

@@ -136,12 +136,15 @@ class BlockWriter {
   void Add(std::string_view line);
   // Outputs the current block announced as `lineCount` lines.
   void Emit(int lineCount);
+  // Outputs the current block announced as the number of lines it holds.
+  void EmitAll();
   ReportSink& Sink() { return m_sink; }
 
  private:
   ReportSink& m_sink;
   PageHeading m_heading;
   std::string m_block;
+  int m_lines = 0;
 };
 
 }  // namespace ira::reports
