@@ -8,6 +8,7 @@
 #include "core/base/errors.h"
 #include "core/base/messages.h"
 #include "core/base/progress.h"
+#include "core/reports/dist_calc.h"
 #include "core/reports/gen_info.h"
 #include "core/reports/prnmastr.h"
 #include "core/scenario/scenario.h"
@@ -20,7 +21,7 @@ ReportTable g_reports{{
     {kRptGenInfo, "General Information", "Sending General Information Report to printer/Print Manager",
      "Reports.DisplayGenInfo", DisplayGenInfo},
     {kRptDistCalc, "Distribution Calculation", "Sending Distribution Calculations Report to printer/Print Manager",
-     "DispCalcResults()", {}},
+     "DispCalcResults()", DispCalcResults},
     {kRptCalSumm, "Calendar Year Summary", "Sending Calendar Year Summary Report to printer/Print Manager",
      "DisplayCalSumm()", {}},
     {kRptProjection, "Projection of Distributions", "Sending Projection Report to printer/Print Manager",
