@@ -3,6 +3,7 @@
 // distribution method is CalcIraDist itself with the early slots.
 #include <cmath>
 
+#include "core/base/errors.h"
 #include "core/engine/rep_calc.h"
 #include "core/tables/datefun.h"
 #include "core/tables/life_exp.h"
@@ -38,7 +39,10 @@ Money AmortizationPayment(const GeneralInputs& gen, const IraRecord& ira) {
   const double term = ToDouble(LifeExpDecimal(AmortizationTerm(gen, ira)));
   const double balance = ira.Benefit.ToDouble();
   // Level end-of-period payment with no residual value; the term keeps its fraction.
-  const double payment = rate == 0.0 ? balance / term : balance * rate / (1.0 - std::pow(1.0 + rate, -term));
+  // A term of 0 (no table loaded) leaves nothing to divide by.
+  const double divisor = rate == 0.0 ? term : 1.0 - std::pow(1.0 + rate, -term);
+  if (divisor == 0.0) throw DivisionError("AmortizationPayment()");
+  const double payment = (rate == 0.0 ? balance : balance * rate) / divisor;
   return Money::FromDouble(std::fabs(payment));
 }
 
