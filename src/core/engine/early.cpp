@@ -20,9 +20,14 @@ bool AtLeast(Decimal d, std::int64_t mantissa, int scale) {
   __extension__ typedef __int128 Int128;
   Int128 lhs = d.mantissa;
   Int128 rhs = mantissa;
-  // Bring both to the larger scale; factors and bounds have few digits.
-  for (int s = d.scale; s < scale; ++s) lhs *= 10;
-  for (int s = scale; s < d.scale; ++s) rhs *= 10;
+  // Bring both to the larger scale. A side that outgrows 128 bits (a factor
+  // like 1e38 or 1e-45 from a damaged file) is beyond the other: its sign decides.
+  for (int s = d.scale; s < scale; ++s) {
+    if (__builtin_mul_overflow(lhs, 10, &lhs)) return d.mantissa > 0;
+  }
+  for (int s = scale; s < d.scale; ++s) {
+    if (__builtin_mul_overflow(rhs, 10, &rhs)) return mantissa < 0;
+  }
   return lhs >= rhs;
 }
 

@@ -64,5 +64,27 @@ TEST_F(DamagedInputTest, GivesAnErrorForTheReport) {
   }
 }
 
+// The user's factor counts from 0.01 on, however far it lies from there.
+TEST_F(DamagedInputTest, ExtremeUsersFactorsAreComparedExactly) {
+  struct Row {
+    const char* name;
+    float factor;
+    float used;
+  } rows[] = {
+      {"largest single", 3.4e38f, 3.4e38f},
+      {"smallest single", 1e-45f, 11.84583f},  // the 90CM factor at 6.0%, age 55
+      {"negative and large", -3.4e38f, 11.84583f},
+  };
+  for (const Row& r : rows) {
+    SCOPED_TRACE(r.name);
+    GeneralInputs gen = Owner(MakeDate(1950, 1, 1), 2005);
+    gen.DistType = 0;
+    gen.AnnuityOverride = kTrue;
+    gen.AnnuityFactor = r.factor;
+    gen.AnnuityIntRate = 6.0f;
+    EXPECT_EQ(EarlyAnnuityFactor(gen), r.used);
+  }
+}
+
 }  // namespace
 }  // namespace ira::testing
