@@ -1,0 +1,57 @@
+#include "dialogs/rules/entries.h"
+
+#include <cstdlib>
+
+#include "core/base/errors.h"
+#include "core/base/messages.h"
+#include "core/base/text.h"
+#include "dialogs/rules/numeric_text.h"
+
+namespace ira::rules {
+
+void WarnInvalid(std::string_view field) {
+  ShowMessage("WARNING", "The value entered for '" + std::string(field) + "' is invalid.  Please enter again.",
+              MsgIcon::Exclamation);
+}
+
+std::optional<Money> ReadAmount(std::string_view text, std::string_view field) {
+  std::string t = Trim(text);
+  if (!t.empty() && t.front() == '$') t = Trim(t.substr(1));
+  if (t.empty()) return Money{};
+  try {
+    return Money::FromString(t);
+  } catch (const Error&) {
+    WarnInvalid(field);
+    return std::nullopt;
+  }
+}
+
+std::optional<float> ReadSingle(std::string_view text, std::string_view field) {
+  if (Trim(text).empty()) return 0.0f;
+  const auto value = NumericValue(text);
+  if (!value) {
+    WarnInvalid(field);
+    return std::nullopt;
+  }
+  return static_cast<float>(*value);
+}
+
+Date ReadDate(std::string_view text) {
+  if (Trim(text).empty()) return kNoDate;
+  return ParseDate(Trim(text)).value_or(kNoDate);
+}
+
+std::string DateText(Date date) { return date == kNoDate ? std::string() : FormatMdy(date); }
+
+std::string AmountText(Money amount) {
+  // Cents, half to even, then thousands separators.
+  const std::int64_t cents = RoundAmt(amount, 2).Raw() / 100;
+  const bool negative = cents < 0;
+  const std::int64_t whole = (negative ? -cents : cents) / 100;
+  const std::int64_t frac = (negative ? -cents : cents) % 100;
+  std::string digits = std::to_string(whole);
+  for (int i = static_cast<int>(digits.size()) - 3; i > 0; i -= 3) digits.insert(static_cast<std::size_t>(i), ",");
+  return (negative ? "-" : "") + digits + "." + (frac < 10 ? "0" : "") + std::to_string(frac);
+}
+
+}  // namespace ira::rules
