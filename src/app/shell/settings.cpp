@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <vector>
 
@@ -182,6 +183,19 @@ ReportFont CheckedReportFont(std::string_view name, float size) {
   f.name = name.empty() ? std::string(kDefaultFontName) : std::string(name);
   f.size = size >= kMinFontSize ? size : kDefaultFontSize;
   return f;
+}
+
+bool InstallDemo(const std::string& programFolder, const std::string& dataFolder) {
+  namespace fs = std::filesystem;
+  const fs::path source = fs::path(programFolder) / "demo.ira";
+  const fs::path target = fs::path(dataFolder) / "demo.ira";
+  std::error_code ec;
+  if (!fs::exists(source, ec) || fs::exists(target, ec)) return true;
+  const fs::path temp = target.string() + ".new";
+  if (!fs::copy_file(source, temp, fs::copy_options::overwrite_existing, ec)) return false;
+  fs::rename(temp, target, ec);
+  if (ec) fs::remove(temp, ec);
+  return !ec;
 }
 
 void SaveReportFont(const std::string& file, const ReportFont& font) {

@@ -65,6 +65,11 @@ struct ReportFont {
 };
 ReportFont CheckedReportFont(std::string_view name, float size);
 
+// Copies "demo.ira" from the program folder into the data folder when it is
+// not there yet (a user's own changes to it are kept). Returns false when
+// the copy failed; a missing demonstration file is no failure.
+bool InstallDemo(const std::string& programFolder, const std::string& dataFolder);
+
 void SaveReportFont(const std::string& file, const ReportFont& font);
 void SaveDataFolder(const std::string& file, const std::string& folder);
 

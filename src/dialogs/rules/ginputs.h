@@ -73,6 +73,14 @@ GenEntries EntriesOf(const GeneralInputs& gen);
 // an unreadable rate. Otherwise every field is stored.
 bool ApplyGenEntries(const GenEntries& entries, GeneralInputs& gen);
 
+// The checks run when a date entry is left: the date's validity, then for the
+// owner's birthday the 1987 cut-off, the plausibility and the owner's range
+// check; for the spouse's birthday the plausibility; after either birthday
+// the joint range check when the spouse is a beneficiary.
+void OwnerBirthdayEntered(const GenEntries& entries);
+void SpouseBirthdayEntered(const GenEntries& entries);
+void DeathDateEntered(const GenEntries& entries);
+
 // Which controls take input for the chosen type and methods (SetGenIPEnables).
 struct GenEnables {
   bool spouseBirthday = false;

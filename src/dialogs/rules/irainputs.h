@@ -46,4 +46,8 @@ IraEntries EntriesOf(const IraRecord& ira);
 // and nothing is stored.
 bool ApplyIraEntries(const IraEntries& entries, IraRecord& ira);
 
+// The beneficiary's birthday was left: the date's validity, then, when the IRA
+// has a non-spouse beneficiary, the beneficiary's joint range check.
+void BeneficiaryBirthdayEntered(const GeneralInputs& gen, const IraEntries& entries);
+
 }  // namespace ira::irainputs
