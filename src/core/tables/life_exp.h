@@ -32,6 +32,18 @@ std::int16_t GetTermCAge(Date birthT, Date ownerBirth, std::int16_t year);
 float RecalcAndTermCLifeExp(Date birthR, Date birthT, Date ownerBirth, std::int16_t year, std::int16_t sel);
 bool MdibAgeCheck(Date benBirth, Date ownerBirth, Date thirdBirth, std::int16_t year);
 
+// The help shown when the user asks about a beneficiary younger than the
+// joint table allows (OK on the "Please Note!" box).
+inline constexpr const char* kBeneficiaryAgeHelpTitle = "Help on Beneficiary's Age";
+inline constexpr const char* kBeneficiaryAgeHelp =
+    "The age that you specified for the beneficiary is younger than allowed for in this system's joint "
+    "life expectancy table. Please review the results closely to make sure the numbers make sense."
+    "\r\n\r\n"
+    "This probably won't be a problem. The Minimum Distribution Incidental Benefit (MDIB) rules will "
+    "adjust the age of the beneficiary so that the difference in age is no more than ten years younger "
+    "than the IRA owner. Ages adjusted by this rule should be supported by this system's life expectancy "
+    "tables.";
+
 // Interactive range checks: each shows its warnings or nothing.
 void OwnerRangeCheck(const GeneralInputs& gen);
 void SpouseJointRangeCheck(const GeneralInputs& gen);

@@ -2,6 +2,11 @@
 // (Table S, rates 4.2% to 14.0% by 0.2%, ages 0 to 109) in "s-90cm.tbl".
 // The caller sets the age and the rate, then reads the factor; between two
 // tabulated rates the remainder factor is interpolated linearly.
+//
+// Factors and rates stand for the decimal numbers of the printed table and
+// the rate as typed, so the interpolation and both divisions are done on
+// those decimals exactly and rounded half to even at the fifth decimal, as by
+// hand: halfway between 0.41709 and 0.40718 is 0.412135, which gives 0.41214.
 #pragma once
 
 #include <array>
@@ -34,10 +39,16 @@ class CTableS90CM {
   float LowerRate() const { return m_lowerRate; }
 
  private:
+  // A factor as an exact quotient num / den in units of 0.00001.
+  struct ExactFactor {
+    std::int64_t num = 0;
+    std::int64_t den = 1;
+  };
+
   void ValidateInputs();
-  bool LoadTable(Grid& grid);
+  void LoadTable(Grid& grid);
   static int AgeColumn(std::int16_t age) { return age + 1; }
-  double Interpolate(const Grid& grid, int column);
+  ExactFactor Interpolate(const Grid& grid, int column);
 
   std::int16_t m_age = 0;
   float m_interestRate = 0;

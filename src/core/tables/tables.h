@@ -5,6 +5,8 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
+#include <istream>
 
 namespace ira::tables {
 
@@ -26,5 +28,9 @@ void ClearTables();
 // "File not found" message and leaves that reader's tables at zero.
 void ReadTableVI();
 void ReadTableV();
+
+// Reads one little-endian record of `size` bytes (at most 8) into `bits`;
+// false at the end of the data, so a short file is read as far as it goes.
+bool ReadLittleEndian(std::istream& in, std::size_t size, std::uint64_t& bits);
 
 }  // namespace ira::tables
