@@ -4,6 +4,9 @@
 #include <iostream>
 
 #include "core/base/program.h"
+#ifdef TALLYRA_HAS_DESKTOP
+#include "app/desktop/desktop.h"
+#endif
 
 int main(int argc, char** argv) {
   for (int i = 1; i < argc; ++i) {
@@ -12,6 +15,9 @@ int main(int argc, char** argv) {
       return 0;
     }
   }
+#ifdef TALLYRA_HAS_DESKTOP
+  return ira::desktop::RunDesktop(argc, argv);
+#endif
   std::cerr << "tallyra: nothing to do\n";
   return 2;
 }

@@ -5,10 +5,16 @@
 #include <QMessageBox>
 
 #include "app/desktop/frmError.h"
+#include "dialogs/frmIraHelp.h"
 
 namespace ira::desktop {
 
 MsgAnswer QtMessageSink::Show(const Message& message) {
+  // Help texts read better in a window of their own than in a message box.
+  if (message.title.rfind(kHelpTitlePrefix, 0) == 0) {
+    dialogs::ShowHelp(message.title, message.text, QApplication::activeWindow());
+    return MsgAnswer::Ok;
+  }
   QMessageBox box(QApplication::activeWindow());
   box.setWindowTitle(QString::fromStdString(message.title.empty() ? kProgramTitle : message.title));
   box.setText(QString::fromStdString(message.text));

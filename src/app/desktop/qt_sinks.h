@@ -14,6 +14,9 @@
 
 namespace ira::desktop {
 
+// Messages titled "Help on ..." carry a help text and show in a help window.
+inline constexpr const char* kHelpTitlePrefix = "Help on ";
+
 class QtMessageSink final : public MessageSink {
  public:
   MsgAnswer Show(const Message& message) override;
