@@ -44,6 +44,9 @@ dlgGenInputs::dlgGenInputs(GeneralInputs& gen, QWidget* parent) : QDialog(parent
   auto* owner = new QGroupBox(QStringLiteral("IRA Owner"), this);
   txtOwnerName = new widgets::EntryEdit(owner, static_cast<int>(kOwnerNameWidth));
   txtOtherInfo = new widgets::EntryEdit(owner, static_cast<int>(kOtherInfoWidth));
+  const int nameWidth = txtOwnerName->fontMetrics().averageCharWidth() * 34;
+  txtOwnerName->setMinimumWidth(nameWidth);
+  txtOtherInfo->setMinimumWidth(nameWidth);
   CSDtOwnerBD = new widgets::DateEdit(owner);
   CSDtDeath = new widgets::DateEdit(owner);
   CSDtDeath->setToolTip(QStringLiteral("Leave empty while the owner is living."));

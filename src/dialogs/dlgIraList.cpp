@@ -3,7 +3,8 @@
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QListWidget>
+#include <QHeaderView>
+#include <QTreeWidget>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -23,8 +24,13 @@ dlgIraList::dlgIraList(Scenario& scenario, QWidget* parent)
     return dlg.exec() == QDialog::Accepted;
   };
 
-  lstIras = new QListWidget(this);
-  lstIras->setMinimumWidth(lstIras->fontMetrics().horizontalAdvance(QString(48, QLatin1Char('M'))) / 2);
+  lstIras = new QTreeWidget(this);
+  lstIras->setRootIsDecorated(false);
+  lstIras->setHeaderLabels({QStringLiteral("IRA"), QStringLiteral("Benefit")});
+  lstIras->header()->setStretchLastSection(false);
+  lstIras->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+  lstIras->header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
+  lstIras->setMinimumWidth(lstIras->fontMetrics().averageCharWidth() * 52);
   btnAdd = new QPushButton(QStringLiteral("&Add..."), this);
   btnEdit = new QPushButton(QStringLiteral("&Edit..."), this);
   btnDelete = new QPushButton(QStringLiteral("&Delete"), this);
@@ -54,8 +60,8 @@ dlgIraList::dlgIraList(Scenario& scenario, QWidget* parent)
   connect(btnDelete, &QPushButton::clicked, this, &dlgIraList::btnDelete_Click);
   connect(btnUp, &QPushButton::clicked, this, [this] { MoveSelected(-1); });
   connect(btnDown, &QPushButton::clicked, this, [this] { MoveSelected(1); });
-  connect(lstIras, &QListWidget::itemDoubleClicked, this, &dlgIraList::btnEdit_Click);
-  connect(lstIras, &QListWidget::currentRowChanged, this, &dlgIraList::SetListEnables);
+  connect(lstIras, &QTreeWidget::itemDoubleClicked, this, &dlgIraList::btnEdit_Click);
+  connect(lstIras, &QTreeWidget::currentItemChanged, this, &dlgIraList::SetListEnables);
   connect(buttons, &QDialogButtonBox::accepted, this, &dlgIraList::btnOK_Click);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   FillList(m_iras.empty() ? -1 : 0);
@@ -66,18 +72,27 @@ void dlgIraList::FillList(int select) {
   for (std::size_t i = 0; i < m_iras.size(); ++i) {
     std::string name = RTrim(m_iras[i].IraName);
     if (name.empty()) name = "(IRA " + std::to_string(i + 1) + ")";
-    lstIras->addItem(QString::fromStdString(name + "    " + rules::AmountText(m_iras[i].Benefit)));
+    auto* item = new QTreeWidgetItem(lstIras);
+    item->setText(0, QString::fromStdString(name));
+    item->setText(1, QString::fromStdString(rules::AmountText(m_iras[i].Benefit)));
+    item->setTextAlignment(1, Qt::AlignRight);
   }
-  lstIras->setCurrentRow(select);
+  SetCurrentRow(select);
+}
+
+int dlgIraList::CurrentRow() const { return lstIras->indexOfTopLevelItem(lstIras->currentItem()); }
+
+void dlgIraList::SetCurrentRow(int row) {
+  lstIras->setCurrentItem(row >= 0 ? lstIras->topLevelItem(row) : nullptr);
   SetListEnables();
 }
 
 void dlgIraList::SetListEnables() {
-  const int row = lstIras->currentRow();
+  const int row = CurrentRow();
   btnEdit->setEnabled(row >= 0);
   btnDelete->setEnabled(row >= 0);
   btnUp->setEnabled(row > 0);
-  btnDown->setEnabled(row >= 0 && row + 1 < lstIras->count());
+  btnDown->setEnabled(row >= 0 && row + 1 < lstIras->topLevelItemCount());
 }
 
 void dlgIraList::btnAdd_Click() {
@@ -88,20 +103,20 @@ void dlgIraList::btnAdd_Click() {
 }
 
 void dlgIraList::btnEdit_Click() {
-  const int row = lstIras->currentRow();
+  const int row = CurrentRow();
   if (row < 0) return;
   if (EditIra(m_target.Gen, m_iras[static_cast<std::size_t>(row)])) FillList(row);
 }
 
 void dlgIraList::btnDelete_Click() {
-  const int row = lstIras->currentRow();
+  const int row = CurrentRow();
   if (row < 0) return;
   m_iras.erase(m_iras.begin() + row);
   FillList(std::min(row, static_cast<int>(m_iras.size()) - 1));
 }
 
 void dlgIraList::MoveSelected(int step) {
-  const int row = lstIras->currentRow();
+  const int row = CurrentRow();
   const int to = row + step;
   if (row < 0 || to < 0 || to >= static_cast<int>(m_iras.size())) return;
   irainputs::MoveIra(m_iras, static_cast<std::size_t>(row), static_cast<std::size_t>(to));

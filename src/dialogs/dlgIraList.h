@@ -9,7 +9,7 @@
 #include "core/scenario/scenario.h"
 
 class QDialogButtonBox;
-class QListWidget;
+class QTreeWidget;
 class QPushButton;
 
 namespace ira::dialogs {
@@ -19,7 +19,7 @@ class dlgIraList : public QDialog {
  public:
   explicit dlgIraList(Scenario& scenario, QWidget* parent = nullptr);
 
-  QListWidget* lstIras;
+  QTreeWidget* lstIras;
   QPushButton* btnAdd;
   QPushButton* btnEdit;
   QPushButton* btnDelete;
@@ -32,6 +32,8 @@ class dlgIraList : public QDialog {
   void btnDelete_Click();
   void MoveSelected(int step);
   void btnOK_Click();
+  int CurrentRow() const;
+  void SetCurrentRow(int row);
 
   // Opens the IRA inputs dialog on `ira`; true when it was confirmed. Tests
   // replace it to fill the record without a window.

@@ -47,6 +47,11 @@ dlgProjOptions::dlgProjOptions(GeneralInputs& gen, QWidget* parent)
   csLabel1 = new QLabel(QStringLiteral("Percent Balance Reduction 1997-1999:"), this);
   CStxtReduction = new widgets::EntryEdit(this, 8);
   CStxtReduction->setToolTip(QStringLiteral("Not needed anymore!"));
+  const int entryWidth = txtProjYrs->fontMetrics().horizontalAdvance(QStringLiteral("0000.00")) + 16;
+  for (widgets::EntryEdit* e : {txtProjYrs, txtOverMin, CStxtReduction}) {
+    e->setMaximumWidth(entryWidth);
+    e->setAlignment(Qt::AlignRight);
+  }
   auto* reductionNote = new QLabel(QStringLiteral("Not needed anymore!"), this);
   reductionNote->setEnabled(false);
 
@@ -60,6 +65,7 @@ dlgProjOptions::dlgProjOptions(GeneralInputs& gen, QWidget* parent)
   auto* form = new QFormLayout;
   form->addRow(CSCaptProjYrs, txtProjYrs);
   form->addRow(CSCaptOverMin, txtOverMin);
+  form->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
   auto* reduction = new QHBoxLayout;
   reduction->addWidget(CStxtReduction);
   reduction->addWidget(reductionNote);

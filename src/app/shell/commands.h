@@ -49,8 +49,10 @@ long UsageSeconds(long start, long now);
 std::string UsageText(long seconds);
 // The About box's lines on how to order and whom to call.
 inline constexpr const char* kOrderingLines =
-    "To order additional copies or site licenses, call Quillon Software Works at (800) 555-0142,\n"
-    "or write to Quillon Software Works, Order Department, 1200 Harbor Street, Suite 400, Portland, ME 04101.";
+    "To order additional copies or site licenses:\n"
+    "Quillon Software Works, Order Department\n"
+    "1200 Harbor Street, Suite 400, Portland, ME 04101\n"
+    "Orders: (800) 555-0142";
 
 // The manual beside the program.
 inline constexpr const char* kManualFile = "manvesk.pdf";

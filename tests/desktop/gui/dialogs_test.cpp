@@ -6,7 +6,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QCheckBox>
-#include <QListWidget>
+#include <QTreeWidget>
 #include <QRadioButton>
 #include <QTest>
 
@@ -107,14 +107,14 @@ TEST_F(Dialogs, IraListKeepsCountAndListInStep) {
   };
   dlg.btnAdd_Click();
   dlg.btnAdd_Click();
-  EXPECT_EQ(dlg.lstIras->count(), 3);
+  EXPECT_EQ(dlg.lstIras->topLevelItemCount(), 3);
   EXPECT_EQ(sc.Gen.IraCount, 1);  // the scenario waits for OK
 
-  dlg.lstIras->setCurrentRow(2);
+  dlg.SetCurrentRow(2);
   dlg.MoveSelected(-1);
   dlg.MoveSelected(-1);
-  EXPECT_EQ(dlg.lstIras->currentRow(), 0);
-  dlg.lstIras->setCurrentRow(1);
+  EXPECT_EQ(dlg.CurrentRow(), 0);
+  dlg.SetCurrentRow(1);
   dlg.btnDelete_Click();
   dlg.btnOK_Click();
   ASSERT_EQ(sc.Gen.IraCount, 2);
