@@ -1,12 +1,13 @@
 #include "app/shell/settings.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+
+#include "support/scenario_files.h"
 
 namespace fs = std::filesystem;
 using namespace ira::settings;
@@ -15,12 +16,6 @@ namespace {
 
 class SettingsFile : public ::testing::Test {
  protected:
-  void SetUp() override {
-    dir = fs::temp_directory_path() / ("tallyra-settings-" + std::to_string(::getpid()));
-    fs::create_directories(dir);
-    file = (dir / "tallyra.ini").string();
-  }
-  void TearDown() override { fs::remove_all(dir); }
   void Write(const std::string& text) { std::ofstream(file, std::ios::binary) << text; }
   std::string Read() {
     std::ifstream in(file);
@@ -28,8 +23,9 @@ class SettingsFile : public ::testing::Test {
     s << in.rdbuf();
     return s.str();
   }
-  fs::path dir;
-  std::string file;
+  ira::testing::TempFolder folder;
+  fs::path dir = folder.Path();
+  std::string file = folder.File("tallyra.ini");
 };
 
 TEST_F(SettingsFile, MissingFileGivesEveryDefault) {
@@ -82,6 +78,20 @@ TEST_F(SettingsFile, FailedWriteIsReportedByName) {
   } catch (const std::exception& e) {
     EXPECT_NE(std::string(e.what()).find(lost), std::string::npos) << e.what();
   }
+}
+
+TEST_F(SettingsFile, DemoIsCopiedOnceAndTheUsersCopyKept) {
+  const ira::testing::TempFolder user;
+  EXPECT_TRUE(InstallDemo(folder.Path(), user.Path()));  // no demo beside the program: nothing to do
+  EXPECT_FALSE(fs::exists(user.File("demo.ira")));
+  std::ofstream(folder.File("demo.ira")) << "shipped";
+  EXPECT_TRUE(InstallDemo(folder.Path(), user.Path()));
+  std::ofstream(user.File("demo.ira")) << "changed by the user";
+  EXPECT_TRUE(InstallDemo(folder.Path(), user.Path()));
+  std::ifstream in(user.File("demo.ira"));
+  std::string text;
+  std::getline(in, text);
+  EXPECT_EQ(text, "changed by the user");
 }
 
 TEST(SettingsPaths, ProgramFolderFirstThenPerUserFolder) {
