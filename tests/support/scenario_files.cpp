@@ -78,20 +78,10 @@ void PutIra(std::string& out, const IraRecord& r) {
 
 }  // namespace
 
-std::string DefaultTag(FileVersion version) {
-  switch (version) {
-    case FileVersion::Current: return "VESK2014.10";
-    case FileVersion::V1999_2: return "VESK1999.2";
-    case FileVersion::V2000_1: return "VESK2000.1";
-    case FileVersion::V2001: return "VESK2001.2";
-    case FileVersion::Legacy: return "VESK1999.19";
-  }
-  return {};
-}
-
 std::string FileBytes(const Scenario& s, FileVersion version, std::string_view tag) {
   std::string out = version == FileVersion::Legacy ? "" : "NOTVB3";
-  PutText(out, tag.empty() ? DefaultTag(version) : std::string(tag), 21);
+  static const char* const kTags[] = {"VESK2014.10", "VESK1999.2", "VESK2000.1", "VESK2001.2", "VESK1999.19"};
+  PutText(out, tag.empty() ? kTags[static_cast<int>(version)] : std::string(tag), 21);
   PutGeneral(out, s.Gen, version);
   for (const IraRecord& r : s.Ira) PutIra(out, r);
   return out;

@@ -13,19 +13,12 @@
 
 namespace ira::testing {
 
-enum class FileVersion {
-  Current,   // "NOTVB3", "VESK2014.10"
-  V1999_2,   // "NOTVB3", no date of death, income flag, inflation, 90CM rate, override switch
-  V2000_1,   // "NOTVB3", as 1999.2 but with the override switch
-  V2001,     // "NOTVB3", no income flag, no inflation
-  Legacy,    // no signature: a 21-character tag, then the 1999.2 records
-};
-
-// The version's usual tag: "VESK2014.10", "VESK1999.2", "VESK2000.1", "VESK2001.2", "VESK1999.19".
-std::string DefaultTag(FileVersion version);
+// Legacy: no signature, a 21-character tag, then the 1999.2 records.
+enum class FileVersion { Current, V1999_2, V2000_1, V2001, Legacy };
 
 // The file of `version` holding `s` (every IRA of the list, whatever
-// s.Gen.IraCount says), under `tag` or the version's usual tag.
+// s.Gen.IraCount says), under `tag` or the version's usual tag
+// ("VESK2014.10", "VESK1999.2", "VESK2000.1", "VESK2001.2", "VESK1999.19").
 std::string FileBytes(const Scenario& s, FileVersion version, std::string_view tag = {});
 
 // What a converter must make of FullScenario saved in `version`: the fields

@@ -8,8 +8,6 @@
 namespace ira::file {
 namespace {
 
-inline constexpr std::size_t kLegacyTagWidth = 21;
-
 // The fields each older general record lacks (the current order is kept).
 constexpr GeneralLayout kLayout1999_2{.deathDate = false, .incomeCalc = false, .inflationRate = false,
                                       .annuityIntRate = false, .overrideSwitch = false};
@@ -41,13 +39,13 @@ void Conv0120_2_0210(ByteReader& in, Scenario& out) { ReadScenario(in, kLayout20
 void Conv9910to9920(ByteReader& in, Scenario& out) { Conv992xTo0010(in, out); }
 
 void ConvLegacyFamily(ByteReader& in, Scenario& out) {
-  std::string_view tag = in.Peek(kLegacyTagWidth);
+  std::string_view tag = in.Peek(kTagWidth);
   while (!tag.empty() && (tag.back() == ' ' || tag.back() == '\0')) tag.remove_suffix(1);
   if (tag == "VESK1995.10") throw RefusedFile(kOldDataFileTitle, kOldDataFileText);
   if (tag != "VESK1997.19" && tag != "VESK1999.19" && tag != "VESK1997.2")
     throw RefusedFile(kIncorrectFileTitle, IncorrectFileText(in.Name()));
-  in.Expect(kLegacyTagWidth, "version tag");
-  in.Skip(kLegacyTagWidth);
+  in.Expect(kTagWidth, "version tag");
+  in.Skip(kTagWidth);
   Conv9910to9920(in, out);
 }
 

@@ -10,7 +10,6 @@
 #include <system_error>
 #include <vector>
 
-#include "core/base/checked.h"
 #include "core/base/errors.h"
 #include "core/base/messages.h"
 #include "core/base/program.h"
@@ -55,11 +54,7 @@ std::vector<std::uint8_t> ScenarioBytes(const Scenario& scenario) {
   ByteWriter out;
   out.Field(kSignature, kSignatureSize);
   out.Field(FileVersionTag(), kTagWidth);
-  // The list is what gets stored, so the count always matches it.
-  GeneralInputs gen = scenario.Gen;
-  gen.IraCount = CheckedInt16(static_cast<long long>(scenario.Ira.size()), "SaveFile()");
-  WriteGeneral(out, gen);
-  for (const IraRecord& ira : scenario.Ira) WriteIra(out, ira);
+  WriteRecords(out, scenario);
   return std::move(out.Data());
 }
 

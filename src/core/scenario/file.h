@@ -2,6 +2,7 @@
 // and the IRA records, byte for byte. Older layouts are converted on load.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -10,10 +11,6 @@
 #include "core/scenario/scenario.h"
 
 namespace ira::file {
-
-inline constexpr std::size_t kSignatureSize = 6;
-inline constexpr std::size_t kTagWidth = 21;
-inline constexpr std::size_t kHeaderSize = kSignatureSize + kTagWidth;
 
 // Writes the whole scenario to `path` through a temporary file in the same
 // folder renamed over the target, so a failed save never destroys the

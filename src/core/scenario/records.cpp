@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "core/base/checked.h"
+
 namespace ira::file {
 
 std::size_t GeneralLayout::Size() const {
@@ -57,26 +59,6 @@ void IraFields(Io& io, Ira& r) {
   io.Field(r.Kept132);
 }
 
-}  // namespace
-
-GeneralInputs ReadGeneral(ByteReader& in, const GeneralLayout& layout) {
-  in.Expect(layout.Size(), "general inputs");
-  GeneralInputs gen;
-  GeneralFields(in, gen, layout);
-  return gen;
-}
-
-void WriteGeneral(ByteWriter& out, const GeneralInputs& gen) { GeneralFields(out, gen, GeneralLayout{}); }
-
-IraRecord ReadIra(ByteReader& in) {
-  in.Expect(kIraRecordSize, "IRA records");
-  IraRecord ira;
-  IraFields(in, ira);
-  return ira;
-}
-
-void WriteIra(ByteWriter& out, const IraRecord& ira) { IraFields(out, ira); }
-
 std::vector<IraRecord> ReadIraList(ByteReader& in, const GeneralInputs& gen) {
   const int count = gen.IraCount;
   if (count < 0) in.Refuse("is damaged: it gives a negative number of IRAs (" + std::to_string(count) + ").");
@@ -85,18 +67,27 @@ std::vector<IraRecord> ReadIraList(ByteReader& in, const GeneralInputs& gen) {
     in.Refuse("is incomplete: it should hold " + std::to_string(count) + " IRA records but holds only " +
               std::to_string(present) + ".");
   }
-  std::vector<IraRecord> list;
-  list.reserve(static_cast<std::size_t>(count));
-  for (int i = 0; i < count; ++i) list.push_back(ReadIra(in));
+  std::vector<IraRecord> list(static_cast<std::size_t>(count));
+  for (IraRecord& ira : list) IraFields(in, ira);
   return list;
 }
 
+}  // namespace
+
 void ReadScenario(ByteReader& in, const GeneralLayout& layout, Scenario& out) {
+  in.Expect(layout.Size(), "general inputs");
   Scenario loaded;
-  loaded.Gen = ReadGeneral(in, layout);
+  GeneralFields(in, loaded.Gen, layout);
   if (!layout.annuityIntRate) loaded.Gen.AnnuityIntRate = kDefaultAnnuityIntRate;
   loaded.Ira = ReadIraList(in, loaded.Gen);
   out = std::move(loaded);
+}
+
+void WriteRecords(ByteWriter& out, const Scenario& scenario) {
+  GeneralInputs gen = scenario.Gen;
+  gen.IraCount = CheckedInt16(static_cast<long long>(scenario.Ira.size()), "SaveFile()");
+  GeneralFields(out, gen, GeneralLayout{});
+  for (const IraRecord& ira : scenario.Ira) IraFields(out, ira);
 }
 
 }  // namespace ira::file

@@ -10,6 +10,9 @@
 
 namespace ira::file {
 
+inline constexpr std::size_t kSignatureSize = 6;  // "NOTVB3"
+inline constexpr std::size_t kTagWidth = 21;
+inline constexpr std::size_t kHeaderSize = kSignatureSize + kTagWidth;
 inline constexpr std::size_t kGeneralRecordSize = 184;
 inline constexpr std::size_t kIraRecordSize = 138;
 
@@ -24,21 +27,14 @@ struct GeneralLayout {
   std::size_t Size() const;
 };
 
-// Reads the fields `layout` stores; the others keep the values of a new
-// scenario.
-GeneralInputs ReadGeneral(ByteReader& in, const GeneralLayout& layout);
-void WriteGeneral(ByteWriter& out, const GeneralInputs& gen);
-
-IraRecord ReadIra(ByteReader& in);
-void WriteIra(ByteWriter& out, const IraRecord& ira);
-
 // Reads a general record of `layout` and the IRA records after it into `out`,
-// which is left alone when the file is refused. A layout without the 90CM
-// rate gets the general inputs' default rate.
+// which is left alone when the file is refused (a negative IRA count, fewer
+// records than the count says, a cut-off record). Fields the layout lacks keep
+// a new scenario's values, except the 90CM rate: the general inputs' default.
 void ReadScenario(ByteReader& in, const GeneralLayout& layout, Scenario& out);
 
-// Reads the `gen.IraCount` IRA records that follow the general record.
-// Refuses a negative count or a file that holds fewer records than it says.
-std::vector<IraRecord> ReadIraList(ByteReader& in, const GeneralInputs& gen);
+// The general record in the current layout, then every IRA of the list (the
+// stored count is the list's length).
+void WriteRecords(ByteWriter& out, const Scenario& scenario);
 
 }  // namespace ira::file

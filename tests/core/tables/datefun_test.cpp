@@ -83,26 +83,26 @@ TEST(DateValid, AcceptsDatesAndWarnsOfAnythingElse) {
             "inconvenient moment this program is likely to abort.");
 }
 
-class BirthdayChecks : public ::testing::Test {
- protected:
-  void SetUp() override { SetTodayForTesting(D(2025, 6, 1)); }
-  void TearDown() override { SetTodayForTesting(std::nullopt); }
+// Titles of the messages the checks show, with today pinned to 1 June 2025.
+template <typename Check>
+std::vector<std::string> TitlesShown(Check check, RecordingScope& rec) {
+  SetTodayForTesting(D(2025, 6, 1));
+  check();
+  SetTodayForTesting(std::nullopt);
+  std::vector<std::string> titles;
+  for (const Message& m : rec.messages.messages) titles.push_back(m.title);
+  return titles;
+}
 
-  // The titles shown, in order.
-  static std::vector<std::string> Titles(const RecordingScope& rec) {
-    std::vector<std::string> titles;
-    for (const Message& m : rec.messages.messages) titles.push_back(m.title);
-    return titles;
-  }
-};
-
-TEST_F(BirthdayChecks, OwnerGetsTheCutOffAndPlausibilityWarnings) {
-  using TitleList = std::vector<std::string>;
+TEST(CheckOwnerBirthday, WarnsOfTheCutOffAndImplausibleYears) {
+  const std::string cutOff =
+      "The IRA minimum distribution rules that this program uses are good only for people who turn 70 and 1/2 "
+      "after 12/31/87. The results produced for this person are very likely to be incorrect.";
   struct Row {
     const char* name;
     Date birth;
     std::int16_t distType;
-    TitleList expected;
+    std::vector<std::string> expected;
   } rows[] = {
       {"70 1/2 on 12/30/87", D(1917, 6, 30), -1, {"WARNING!"}},
       {"70 1/2 on 1/1/88", D(1917, 7, 1), -1, {}},
@@ -117,24 +117,18 @@ TEST_F(BirthdayChecks, OwnerGetsTheCutOffAndPlausibilityWarnings) {
     GeneralInputs gen;
     gen.OwnerBirthDate = row.birth;
     gen.DistType = row.distType;
-    CheckOwnerBirthday(gen);
-    EXPECT_EQ(Titles(rec), row.expected) << row.name;
-    if (!row.expected.empty() && row.expected.front() == "WARNING!") {
-      EXPECT_EQ(rec.messages.messages[0].text,
-                "The IRA minimum distribution rules that this program uses are good only for people who turn 70 "
-                "and 1/2 after 12/31/87. The results produced for this person are very likely to be incorrect.");
+    EXPECT_EQ(TitlesShown([&] { CheckOwnerBirthday(gen); }, rec), row.expected) << row.name;
+    if (!row.expected.empty() && row.expected[0] == "WARNING!") {
+      EXPECT_EQ(rec.messages.messages[0].text, cutOff);
       EXPECT_EQ(rec.messages.messages[0].icon, MsgIcon::Exclamation);
     }
   }
 }
 
-TEST_F(BirthdayChecks, SpouseMoreThan150YearsBackNamesTheOwner) {
+TEST(CheckSpouseBirthday, MoreThan150YearsBackNamesTheOwner) {
   RecordingScope rec;
-  CheckSpouseBirthday(D(1875, 12, 31));
-  CheckSpouseBirthday(kNoDate);
-  EXPECT_TRUE(rec.messages.messages.empty());
-  CheckSpouseBirthday(D(1874, 1, 1));
-  ASSERT_EQ(Titles(rec), std::vector<std::string>{"Please Verify"});
+  EXPECT_TRUE(TitlesShown([] { CheckSpouseBirthday(D(1875, 12, 31)); CheckSpouseBirthday(kNoDate); }, rec).empty());
+  EXPECT_EQ(TitlesShown([] { CheckSpouseBirthday(D(1874, 1, 1)); }, rec), std::vector<std::string>{"Please Verify"});
   EXPECT_EQ(rec.messages.Last().text, "Please check the Owner's Birthday.\nThe date given may be incorrect.");
   EXPECT_EQ(rec.messages.Last().icon, MsgIcon::Information);
 }

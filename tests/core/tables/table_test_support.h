@@ -1,6 +1,6 @@
-// Test helpers for the table files: the tables as the build generates them,
-// the data files they come from, and a program folder of a test's own for
-// missing, short or made-up files.
+// Test helpers: the tables as the build generates them, the data files they
+// come from, and a program folder of a test's own for missing, short or
+// made-up table files.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -20,7 +20,6 @@
 
 namespace ira::testing {
 
-// Loads the generated tables from the build's program folder.
 inline void LoadBuiltTables() {
   SetProgramFolder(TALLYRA_PROGRAM_DIR);
   tables::ClearTables();
@@ -28,13 +27,12 @@ inline void LoadBuiltTables() {
   tables::ReadTableV();
 }
 
-// Rows of a data file keyed by their leading fields ("70", or "70", "60").
+// Rows of a data file keyed by their leading fields ({"70"} or {"70", "60"}).
 inline std::map<std::vector<std::string>, std::string> ReadCsv(const std::string& name) {
   std::ifstream in(std::string(TALLYRA_DATA_DIR) + "/" + name);
   std::map<std::vector<std::string>, std::string> rows;
   std::string line;
-  std::getline(in, line);
-  while (std::getline(in, line)) {
+  for (std::getline(in, line); std::getline(in, line);) {
     std::vector<std::string> fields;
     std::stringstream ss(line);
     for (std::string f; std::getline(ss, f, ',');) fields.push_back(f);
@@ -45,8 +43,8 @@ inline std::map<std::vector<std::string>, std::string> ReadCsv(const std::string
   return rows;
 }
 
-// A joint table file (singles or doubles) whose values tell where each record
-// went: first age x 1000 + second age.
+// A joint table file of singles (4) or doubles (8) whose values tell which
+// record was read: first age x 1000 + second age.
 inline std::vector<unsigned char> MadeUpJointFile(std::size_t recordSize) {
   std::vector<unsigned char> bytes;
   for (int i = 5; i <= 115; ++i) {
@@ -60,13 +58,8 @@ inline std::vector<unsigned char> MadeUpJointFile(std::size_t recordSize) {
   return bytes;
 }
 
-inline std::vector<unsigned char> FileBytes(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
-
-// A fresh temporary folder made the program folder for the test's lifetime,
-// holding copies of the named table files from the build.
+// A fresh temporary folder, made the program folder for its lifetime, with
+// copies of the named files from the build.
 class TempProgramFolder {
  public:
   explicit TempProgramFolder(const std::vector<std::string>& copies) {
@@ -86,12 +79,10 @@ class TempProgramFolder {
   TempProgramFolder& operator=(const TempProgramFolder&) = delete;
 
   std::string Path(const std::string& name) const { return (m_folder / name).string(); }
-  void Truncate(const std::string& name, std::uintmax_t bytes) const {
-    std::filesystem::resize_file(m_folder / name, bytes);
-  }
+  void Truncate(const std::string& name, std::uintmax_t size) const { std::filesystem::resize_file(m_folder / name, size); }
   void Write(const std::string& name, const std::vector<unsigned char>& bytes) const {
-    std::ofstream out(m_folder / name, std::ios::binary | std::ios::trunc);
-    out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    std::ofstream(m_folder / name, std::ios::binary)
+        .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
   }
 
  private:
