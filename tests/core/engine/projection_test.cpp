@@ -13,15 +13,18 @@ using namespace rep_calc;
 
 class ProjectionTest : public EngineTest {
  protected:
-  void SetUp() override { scenario.Reset(); }
-
-  // Born 7/1/1933: 70 1/2 on 1/1/2004, so the first DCY is 2004 and the second 2005.
-  void OwnerOf2004(std::int16_t dcy, std::int16_t years, std::int16_t incomeCalc) {
-    scenario.Gen.OwnerBirthDate = MakeDate(1933, 7, 1);
-    scenario.Gen.DistType = kTrue;
+  void SetOwner(Date birth, std::int16_t dcy, std::int16_t years, std::int16_t incomeCalc,
+                std::int16_t distType = kTrue) {
+    scenario.Reset();
+    scenario.Gen.OwnerBirthDate = birth;
+    scenario.Gen.DistType = distType;
     scenario.Gen.DCY = dcy;
     scenario.Gen.ProjectionYears = years;
     scenario.Gen.IncomeCalc = incomeCalc;
+  }
+  // Born 7/1/1933: 70 1/2 on 1/1/2004, so the first DCY is 2004 and the second 2005.
+  void OwnerOf2004(std::int16_t dcy, std::int16_t years, std::int16_t incomeCalc) {
+    SetOwner(MakeDate(1933, 7, 1), dcy, years, incomeCalc);
   }
 
   IraRecord& AddIra(const char* benefit, float rate) {
@@ -59,7 +62,6 @@ TEST_F(ProjectionTest, TenYearsThroughTheFirstAndSecondDcy) {
   };
   for (std::int16_t incomeCalc : {kTrue, kFalse}) {
     SCOPED_TRACE(incomeCalc == kTrue ? "income on" : "income off");
-    scenario.Reset();
     OwnerOf2004(2002, 10, incomeCalc);
     scenario.Gen.SpouseBen = kTrue;
     scenario.Gen.SpouseBirthDate = MakeDate(1999, 1, 1);
@@ -130,7 +132,6 @@ TEST_F(ProjectionTest, StopsWhenNoAccountIsLeft) {
   EXPECT_EQ(totals[1].Limit, Money());
 
   // Nothing to project: the arrays are not touched, the index still follows the years.
-  scenario.Reset();
   OwnerOf2004(2002, 4, kFalse);
   cells.clear();
   Run();
@@ -142,11 +143,7 @@ TEST_F(ProjectionTest, RegimeOf2001DependsOnTheTypeOfDistribution) {
   // Born 3/1/1929, 72 in 2001. Required: the 2001 amount, 100,000 / VI(72, 62) = 24.4 -> 4,098.36.
   // Early by minimum distribution: the 1987 amount, 100,000 / V(72) = 14.6 -> 6,849.32.
   for (std::int16_t distType : {kTrue, kFalse}) {
-    scenario.Reset();
-    scenario.Gen.OwnerBirthDate = MakeDate(1929, 3, 1);
-    scenario.Gen.DistType = distType;
-    scenario.Gen.DCY = 2001;
-    scenario.Gen.ProjectionYears = 1;
+    SetOwner(MakeDate(1929, 3, 1), 2001, 1, kFalse, distType);
     AddIra("100000", 5.0f);
     Run();
     ASSERT_EQ(totals.size(), 1u);
@@ -159,10 +156,7 @@ TEST_F(ProjectionTest, ExcessDistributionsAreTaxedAfter2050) {
   // 2050: 10,000,000 / 22.9 = 436,681.222707 -> 436,681.22, under no limit.
   // 2051: 9,563,318.78 / 22.0 = 434,696.308182 -> 434,696.31; limit 160,000.00;
   // excess 274,696.31; tax 274,696.31 x 0.15000000596046448 = 41,204.448137 -> 41,204.4481.
-  scenario.Gen.OwnerBirthDate = MakeDate(1975, 1, 1);
-  scenario.Gen.DistType = kTrue;
-  scenario.Gen.DCY = 2050;
-  scenario.Gen.ProjectionYears = 2;
+  SetOwner(MakeDate(1975, 1, 1), 2050, 2, kFalse);
   AddIra("10000000", 0.0f);
   Run();
   EXPECT_EQ(totals[0].TotalDist, M("436681.22"));
