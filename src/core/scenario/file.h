@@ -2,8 +2,12 @@
 // and the IRA records, byte for byte. Older layouts are converted on load.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+#include <span>
 #include <string>
 
+#include "core/scenario/byte_stream.h"
 #include "core/scenario/scenario.h"
 
 namespace ira::file {
@@ -20,11 +24,25 @@ void SaveFile(const std::string& path, const Scenario& scenario);
 // false with `scenario` unchanged.
 bool OpenFile(const std::string& path, Scenario& scenario);
 
+// OpenFile on bytes already read; `name` is the file's name for the notices.
+bool OpenData(const std::string& name, std::span<const std::uint8_t> data, Scenario& scenario);
+
+// Reads a "NOTVB3" file from its start, dispatching on the version tag.
+// Throws RefusedFile for a damaged file; `out` is only written on success.
+void LoadFile(ByteReader& in, Scenario& out);
+
 // Save As refuses program folder + "/DEBUG.IRA" (case-insensitively) with the
 // "Reserved File Name" message; returns true when `path` may be used.
 bool CheckReservedName(const std::string& path);
 
 // The reserved file written when the main window closes.
 std::string DebugFilePath();
+
+inline constexpr const char* kNotFoundTitle = "File not found";
+inline constexpr const char* kFileErrorTitle = "File Error";
+inline constexpr const char* kReservedNameTitle = "Reserved File Name";
+inline constexpr const char* kProjYearsTitle = "WARNING!";
+inline constexpr const char* kProjYearsText =
+    "Error in number of Projection years read from file.\nProjection Mode will be turned off.";
 
 }  // namespace ira::file

@@ -22,6 +22,10 @@ inline constexpr std::size_t kOtherInfoWidth = 51;
 inline constexpr std::size_t kIraNameWidth = 32;
 inline constexpr std::size_t kBeneficiaryNameWidth = 52;
 
+// The 90CM interest rate, percent, that the general inputs start from; files
+// from versions without that rate get it too.
+inline constexpr float kDefaultAnnuityIntRate = 6.0f;
+
 // Early-distribution methods.
 enum EarlyMethodCode : std::int16_t { kMethodMinimum = 0, kMethodAmortization = 1, kMethodAnnuity = 2 };
 
@@ -48,6 +52,8 @@ struct GeneralInputs {
   std::int16_t Kept174 = 0;
   float PercentOver = 0;             // percentage over the required minimum
   std::array<std::uint8_t, 4> Kept180{};  // zeroed when the DCY is above 2050
+
+  friend bool operator==(const GeneralInputs&, const GeneralInputs&) = default;
 };
 
 struct IraRecord {
@@ -65,6 +71,8 @@ struct IraRecord {
   std::int16_t bRecalc = 0;          // recalculation election, 0..3
   std::int16_t chkUse2002Table = 0;  // early distributions: use the 2002 tables
   std::array<std::uint8_t, 6> Kept132{};
+
+  friend bool operator==(const IraRecord&, const IraRecord&) = default;
 };
 
 struct Scenario {
@@ -76,6 +84,8 @@ struct Scenario {
   // Keeps Gen.IraCount and the list in step.
   IraRecord& AddIra();
   void RemoveIra(std::size_t index);
+
+  friend bool operator==(const Scenario&, const Scenario&) = default;
 };
 
 // The one program-wide scenario.

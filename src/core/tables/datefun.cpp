@@ -1,6 +1,7 @@
 #include "core/tables/datefun.h"
 
 #include <algorithm>
+#include <string>
 
 #include "core/base/checked.h"
 #include "core/base/messages.h"
@@ -46,6 +47,46 @@ Date SetDayOfMonth(std::int16_t d, Date date) {
   // Step back into the month when it is shorter than d (December wraps to January).
   while (MonthOf(result) != month) result = AddDays(result, -1);
   return result;
+}
+
+bool DateValid(std::string_view text, std::string_view label, Date& result) {
+  if (const auto date = ParseDate(text)) {
+    result = *date;
+    return true;
+  }
+  result = kNoDate;
+  // Two blanks after "valid." belong to the text.
+  ShowMessage(kDateWarningTitle,
+              "The " + std::string(label) + " date entered as " + std::string(text) +
+                  " is not valid.  Unless it is changed, somewhere at an inconvenient moment this program is "
+                  "likely to abort.",
+              MsgIcon::Critical);
+  return false;
+}
+
+namespace {
+
+// More than 150 years back is taken for a typing mistake.
+constexpr int kPlausibleYears = 150;
+
+void CheckPlausibleYear(std::int16_t year) {
+  if (CurrentYear() - year > kPlausibleYears) ShowMessage(kVerifyTitle, kVerifyText, MsgIcon::Information);
+}
+
+}  // namespace
+
+void CheckOwnerBirthday(const GeneralInputs& gen) {
+  if (gen.OwnerBirthDate == kNoDate) return;
+  const Date halfYear70 = Date70Half(gen.OwnerBirthDate);
+  if (!IsEarly(gen) && halfYear70 <= MakeDate(1987, 12, 31)) {
+    ShowMessage(kCutOffTitle, kCutOffText, MsgIcon::Exclamation);
+  }
+  // Measured on the 70 1/2 year, not the birth year: long-standing behaviour.
+  CheckPlausibleYear(YearOf(halfYear70));
+}
+
+void CheckSpouseBirthday(Date spouseBirth) {
+  if (spouseBirth != kNoDate) CheckPlausibleYear(YearOf(spouseBirth));
 }
 
 }  // namespace ira::datefun

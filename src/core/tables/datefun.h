@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "core/base/calendar.h"
+#include "core/scenario/scenario.h"
 
 namespace ira::datefun {
 
@@ -31,5 +32,26 @@ std::int16_t FirstDCY(Date ownerBirth);
 Date SetMonthOfYear(std::int16_t m, Date date);
 // Day d (clamped to 1..31) of the same month, or the month's last day.
 Date SetDayOfMonth(std::int16_t d, Date date);
+
+// A date typed by the user. On failure shows the "WARNING" message naming
+// `label` and the text, clears `result` to kNoDate and returns false; the
+// caller keeps the text as typed.
+bool DateValid(std::string_view text, std::string_view label, Date& result);
+
+// Run when a valid owner's birthday has been entered: the warning that the
+// rules do not hold for owners who reached 70 1/2 by 12/31/87 (not for the
+// early type of distribution), then the plausibility check.
+void CheckOwnerBirthday(const GeneralInputs& gen);
+// Run when a valid spouse's birthday has been entered.
+void CheckSpouseBirthday(Date spouseBirth);
+
+inline constexpr const char* kDateWarningTitle = "WARNING";
+inline constexpr const char* kCutOffTitle = "WARNING!";
+inline constexpr const char* kCutOffText =
+    "The IRA minimum distribution rules that this program uses are good only for people who turn 70 and 1/2 "
+    "after 12/31/87. The results produced for this person are very likely to be incorrect.";
+inline constexpr const char* kVerifyTitle = "Please Verify";
+// Names the owner for the spouse's birthday too; users know it this way.
+inline constexpr const char* kVerifyText = "Please check the Owner's Birthday.\nThe date given may be incorrect.";
 
 }  // namespace ira::datefun
