@@ -1,23 +1,43 @@
 // Tallyra's entry point: the command line decides between the desktop program
 // and the silent batch run.
-#include <cstring>
+#include <exception>
 #include <iostream>
+#include <string>
+#include <vector>
 
+#include "app/batch/batch_run.h"
+#include "app/batch/command_line.h"
 #include "core/base/program.h"
 #ifdef TALLYRA_HAS_DESKTOP
 #include "app/desktop/desktop.h"
 #endif
 
 int main(int argc, char** argv) {
-  for (int i = 1; i < argc; ++i) {
-    if (std::strcmp(argv[i], "--version") == 0) {
-      std::cout << "Tallyra " << ira::VersionText() << "\n";
-      return 0;
+  using namespace ira::app;
+  try {
+    const CommandLine cl = ParseCommandLine(JoinArguments(std::vector<std::string>(argv + 1, argv + argc)));
+    if (cl.help) {
+      std::cout << UsageText();
+      return kExitOk;
     }
-  }
+    if (cl.version) {
+      std::cout << "Tallyra " << ira::VersionText() << "\n";
+      return kExitOk;
+    }
+    ira::SetProgramFolder(ExecutableFolder(argc > 0 ? argv[0] : nullptr));
 #ifdef TALLYRA_HAS_DESKTOP
-  return ira::desktop::RunDesktop(argc, argv);
+    // The desktop takes the arguments it knows (Qt's own among them).
+    if (!cl.silent) return ira::desktop::RunDesktop(argc, argv);
 #endif
-  std::cerr << "tallyra: nothing to do\n";
-  return 2;
+    if (!cl.error.empty()) {
+      std::cerr << "tallyra: " << cl.error << "\nTry 'tallyra --help'.\n";
+      return kExitUsage;
+    }
+    if (cl.silent) return RunBatch(cl, std::cerr);
+    std::cerr << "tallyra: this build has no desktop program; run the batch job with /silent\n";
+    return kExitUsage;
+  } catch (const std::exception& e) {
+    std::cerr << "tallyra: unexpected error: " << e.what() << "\n";
+    return kExitUnexpected;
+  }
 }

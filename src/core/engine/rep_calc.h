@@ -32,6 +32,11 @@ enum Slot : std::int16_t {
 };
 inline constexpr int kSlotCount = 9;
 
+// Which regime's amount a DCY has: the 1987 amount before 2002, the later
+// (2001/2002) amount from 2001; 2001 has both. Kept here, in one place.
+inline bool Has1987Amount(std::int16_t dcy) { return dcy < 2002; }
+inline bool HasLaterAmount(std::int16_t dcy) { return dcy >= 2001; }
+
 struct IraDistResults {
   std::int16_t AgesSupported = 0;  // -1 true, 0 false: nothing below is valid when false
   std::int16_t RbdSlot = 0;
@@ -58,12 +63,18 @@ void PickRbdMethod(const GeneralInputs& gen, const IraRecord& ira, IraDistResult
 void PickDcyMethod(const GeneralInputs& gen, const IraRecord& ira, IraDistResults& out);
 std::int16_t ChkAgesSupported(const GeneralInputs& gen, const IraRecord& ira, std::int16_t slot1987);
 
-// The date by which the DCY's distribution must be made, as the reports print it.
+// The date by which the DCY's distribution must be made, as the reports print
+// it: "No distribution required for <year>", the Required Beginning Date in the
+// owner's first DCY, else "12/31/<year>". Of the IRA only the beneficiary
+// flags matter (a dead owner's deadline depends on who inherits).
 std::string DistDeadLine(const GeneralInputs& gen, const IraRecord& ira);
 
-// Early methods 1 and 2: the level payment of the series.
+// Early methods 1 and 2: the level payment of the series on the IRA's
+// balance, for the owner's age in the DCY (the first year of the series).
 Money AmortizationPayment(const GeneralInputs& gen, const IraRecord& ira);
 Money AnnuityPayment(const GeneralInputs& gen, const IraRecord& ira);
+// The term of the amortization method: the owner's single life expectancy.
+float AmortizationTerm(const GeneralInputs& gen, const IraRecord& ira);
 // The annuity factor the annuity method uses (user's or Life Table 90CM).
 float EarlyAnnuityFactor(const GeneralInputs& gen);
 
@@ -90,8 +101,14 @@ struct ProjYearTotals {
 using ProjCells = std::vector<std::vector<ProjCell>>;  // [IRA][year index]
 
 // Rolls every IRA of the scenario forward; writes the first-year
-// distributions back into the scenario as the rules require.
+// distributions back into the scenario as the rules require. Unexpected
+// errors (an overflow) are reported here; the arrays keep what was filled.
 void CalcProjResults(Scenario& scenario, ProjCells& cells, std::vector<ProjYearTotals>& totals);
+// Whether a projected year takes the later (2001/2002) amount rather than the
+// 1987 one: required distributions from 2001, early ones from 2002.
+inline bool ProjectionUsesLaterRules(std::int16_t distType, std::int16_t year) {
+  return year >= (distType != 0 ? 2001 : 2002);
+}
 // Index of the last projected year holding data (program-wide).
 std::int16_t LastProjYear();
 

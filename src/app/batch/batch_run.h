@@ -1,0 +1,35 @@
+// The silent batch run: load the life expectancy tables, open the /input
+// scenario with every check and conversion, and write its reports to the
+// /output file. Messages go to standard error as "TITLE: text"; the output
+// file is written to a temporary file beside it and renamed over it at the
+// end, so a failed run never leaves half a report.
+#pragma once
+
+#include <ostream>
+#include <string>
+
+#include "app/batch/command_line.h"
+
+namespace ira::app {
+
+// Exit statuses of the program.
+enum ExitStatus : int {
+  kExitOk = 0,
+  kExitBadScenario = 1,   // the scenario file cannot be read
+  kExitUsage = 2,         // a bad command line
+  kExitOutputFailed = 3,  // the output file cannot be written
+  kExitReportError = 4,   // a report failed; the others were written
+  kExitUnexpected = 70,   // an error nobody expected, caught at the top
+};
+
+// Runs the batch job of `cl` (silent, with input and output); returns the exit status.
+int RunBatch(const CommandLine& cl, std::ostream& err);
+
+// The reports of a batch run, in list order: all but the Projection report,
+// which is added when projection mode is on.
+int BatchReportFlags();
+
+// The folder of the running executable (its program folder).
+std::string ExecutableFolder(const char* argv0);
+
+}  // namespace ira::app

@@ -1,0 +1,167 @@
+#include "app/batch/command_line.h"
+
+#include <optional>
+
+#include "core/base/text.h"
+
+namespace ira::app {
+namespace {
+
+enum class Switch { None, Silent, Input, Output, Help, Version };
+
+struct SwitchName {
+  const char* name;
+  Switch kind;
+};
+
+// Names after the leading "/" or "--", lower case.
+constexpr SwitchName kSwitches[] = {
+    {"silent", Switch::Silent}, {"input", Switch::Input},     {"output", Switch::Output},
+    {"help", Switch::Help},     {"?", Switch::Help},          {"version", Switch::Version},
+};
+
+struct Token {
+  Switch kind = Switch::None;
+  std::optional<std::string> inlineValue;  // the part after "="
+};
+
+Token ReadSwitch(std::string_view arg) {
+  std::string_view name;
+  if (arg.starts_with("--"))
+    name = arg.substr(2);
+  else if (arg.starts_with("/"))
+    name = arg.substr(1);
+  else
+    return {};
+  Token token;
+  const std::size_t eq = name.find('=');
+  if (eq != std::string_view::npos) {
+    token.inlineValue = std::string(name.substr(eq + 1));
+    name = name.substr(0, eq);
+  }
+  const std::string lower = ToLower(name);
+  for (const SwitchName& s : kSwitches)
+    if (lower == s.name) token.kind = s.kind;
+  if (token.kind == Switch::None) token.inlineValue.reset();
+  return token;
+}
+
+// The value of the file switch at args[i]; advances i past a separate value.
+std::optional<std::string> ValueAt(const std::vector<std::string>& args, std::size_t& i, const Token& token) {
+  if (token.inlineValue) return token.inlineValue;
+  if (i + 1 < args.size() && ReadSwitch(args[i + 1]).kind == Switch::None) return args[++i];
+  return std::nullopt;
+}
+
+bool HasExtension(std::string_view path) {
+  const std::size_t slash = path.rfind('/');
+  const std::string_view name = slash == std::string_view::npos ? path : path.substr(slash + 1);
+  const std::size_t dot = name.rfind('.');
+  return dot != std::string_view::npos && dot > 0;
+}
+
+}  // namespace
+
+std::string JoinArguments(const std::vector<std::string>& args) {
+  std::string line;
+  for (const std::string& arg : args) {
+    if (!line.empty()) line += ' ';
+    if (arg.empty() || arg.find(' ') != std::string::npos)
+      line += '"' + arg + '"';
+    else
+      line += arg;
+  }
+  return line;
+}
+
+std::vector<std::string> SplitCommandLine(std::string_view commandLine) {
+  std::vector<std::string> args;
+  std::string current;
+  bool inQuotes = false;
+  bool inArg = false;
+  for (char c : commandLine) {
+    if (c == '"') {
+      inQuotes = !inQuotes;
+      inArg = true;
+    } else if ((c == ' ' || c == '\t') && !inQuotes) {
+      if (inArg) args.push_back(current);
+      current.clear();
+      inArg = false;
+    } else {
+      current += c;
+      inArg = true;
+    }
+  }
+  if (inArg) args.push_back(current);
+  return args;
+}
+
+bool IsSilent(std::string_view commandLine) {
+  for (const std::string& arg : SplitCommandLine(commandLine))
+    if (ReadSwitch(arg).kind == Switch::Silent) return true;
+  return false;
+}
+
+std::string GetArg(std::string_view commandLine, std::string_view defaultExtension, std::string_view switchName) {
+  const Switch wanted = ReadSwitch(switchName).kind;
+  const std::vector<std::string> args = SplitCommandLine(commandLine);
+  for (std::size_t i = 0; i < args.size(); ++i) {
+    const Token token = ReadSwitch(args[i]);
+    if (token.kind != wanted) continue;
+    std::string value = ValueAt(args, i, token).value_or("");
+    if (!value.empty() && !HasExtension(value)) {
+      if (!defaultExtension.starts_with('.')) value += '.';
+      value += defaultExtension;
+    }
+    return value;
+  }
+  return {};
+}
+
+CommandLine ParseCommandLine(std::string_view commandLine) {
+  CommandLine cl;
+  const std::vector<std::string> args = SplitCommandLine(commandLine);
+  for (std::size_t i = 0; i < args.size(); ++i) {
+    const Token token = ReadSwitch(args[i]);
+    switch (token.kind) {
+      case Switch::None:
+        if (cl.error.empty()) cl.error = "Unknown argument: " + args[i];
+        break;
+      case Switch::Help:
+        cl.help = true;
+        break;
+      case Switch::Version:
+        cl.version = true;
+        break;
+      case Switch::Silent:
+        break;
+      case Switch::Input:
+      case Switch::Output:
+        if (!ValueAt(args, i, token) && cl.error.empty())
+          cl.error = args[i] + " needs a file name";
+        break;
+    }
+  }
+  cl.silent = IsSilent(commandLine);
+  cl.input = GetArg(commandLine, ".ira", "/input");
+  cl.output = GetArg(commandLine, "txt", "/output");
+  return cl;
+}
+
+std::string UsageText() {
+  return "Usage: tallyra [/silent /input SCENARIO[.ira] /output REPORT[.txt]]\n"
+         "\n"
+         "Without /silent the desktop program starts. With /silent the scenario is\n"
+         "read and its reports are written to the output file, without a window.\n"
+         "\n"
+         "  /silent, --silent          run the batch job\n"
+         "  /input FILE, --input FILE  the scenario file (\".ira\" is added when FILE has no extension)\n"
+         "  /output FILE, --output FILE\n"
+         "                             the report file (\".txt\" is added when FILE has no extension)\n"
+         "  --help                     show this text\n"
+         "  --version                  show the program's version\n"
+         "\n"
+         "Switch names may be written in any case; a value may follow a blank or \"=\".\n";
+}
+
+}  // namespace ira::app

@@ -1,0 +1,41 @@
+// The command line: "/silent" starts the batch run, "/input FILE" names the
+// scenario and "/output FILE" the report file. Switch names are matched
+// without regard to case; their values keep their case (file names are
+// case-sensitive here). A value follows its switch after a blank or "=" and
+// may be quoted: tallyra /silent /input "my plan.ira" /output=plan.txt.
+// The GNU forms --silent, --input, --output, --help and --version work too.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ira::app {
+
+// The arguments as one command line, each quoted when it holds a blank.
+std::string JoinArguments(const std::vector<std::string>& args);
+// Splits at blanks outside double quotes; the quotes are removed.
+std::vector<std::string> SplitCommandLine(std::string_view commandLine);
+
+// True when the command line holds the switch /silent (or --silent).
+bool IsSilent(std::string_view commandLine);
+// The value that follows `switchName` ("/input", "/output"), or "" when the
+// switch is absent or has no value. A value without an extension gets
+// `defaultExtension` (".ira", "txt": the dot is added when missing).
+std::string GetArg(std::string_view commandLine, std::string_view defaultExtension, std::string_view switchName);
+
+struct CommandLine {
+  bool silent = false;
+  std::string input;   // the scenario file of the batch run
+  std::string output;  // the report file of the batch run
+  bool help = false;
+  bool version = false;
+  std::string error;  // a switch nobody knows, or a file switch without a file
+};
+
+CommandLine ParseCommandLine(std::string_view commandLine);
+
+// What --help prints.
+std::string UsageText();
+
+}  // namespace ira::app

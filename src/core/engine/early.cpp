@@ -1,0 +1,57 @@
+// Early (before 59 1/2) distributions as a series of substantially equal
+// periodic payments: the amortization and annuity payments. The minimum
+// distribution method is CalcIraDist itself with the early slots.
+#include <cmath>
+
+#include "core/engine/rep_calc.h"
+#include "core/tables/datefun.h"
+#include "core/tables/life_exp.h"
+#include "core/tables/s90cm.h"
+
+namespace ira::rep_calc {
+namespace {
+
+// The series is fixed in its first year; the DCY stands for that year.
+std::int16_t SeriesAge(const GeneralInputs& gen) { return datefun::AgeInYear(gen.OwnerBirthDate, gen.DCY); }
+
+// d >= mantissa x 10^-scale, compared exactly (a typed 0.01 is not below 0.01).
+bool AtLeast(Decimal d, std::int64_t mantissa, int scale) {
+  __extension__ typedef __int128 Int128;
+  Int128 lhs = d.mantissa;
+  Int128 rhs = mantissa;
+  // Bring both to the larger scale; factors and bounds have few digits.
+  for (int s = d.scale; s < scale; ++s) lhs *= 10;
+  for (int s = scale; s < d.scale; ++s) rhs *= 10;
+  return lhs >= rhs;
+}
+
+}  // namespace
+
+float AmortizationTerm(const GeneralInputs& gen, const IraRecord& ira) {
+  const std::int16_t sel =
+      (gen.DCY >= 2002 && ira.chkUse2002Table != 0) ? life_exp::kTables2002 : life_exp::kTables1986;
+  return life_exp::GetSingleLifeExp(SeriesAge(gen), sel);
+}
+
+Money AmortizationPayment(const GeneralInputs& gen, const IraRecord& ira) {
+  const double rate = ToDouble(DecimalOf(gen.IntRate)) / 100.0;
+  const double term = ToDouble(LifeExpDecimal(AmortizationTerm(gen, ira)));
+  const double balance = ira.Benefit.ToDouble();
+  // Level end-of-period payment with no residual value; the term keeps its fraction.
+  const double payment = rate == 0.0 ? balance / term : balance * rate / (1.0 - std::pow(1.0 + rate, -term));
+  return Money::FromDouble(std::fabs(payment));
+}
+
+float EarlyAnnuityFactor(const GeneralInputs& gen) {
+  if (gen.AnnuityOverride != 0 && AtLeast(DecimalOf(gen.AnnuityFactor), 1, 2)) return gen.AnnuityFactor;
+  CTableS90CM table;
+  table.Age(SeriesAge(gen));
+  table.InterestRate(gen.AnnuityIntRate);
+  return static_cast<float>(table.AnnuityFactor());
+}
+
+Money AnnuityPayment(const GeneralInputs& gen, const IraRecord& ira) {
+  return DivSingle(ira.Benefit, EarlyAnnuityFactor(gen));
+}
+
+}  // namespace ira::rep_calc

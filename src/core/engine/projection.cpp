@@ -1,0 +1,137 @@
+// The projection: every IRA rolled forward year by year from the DCY, with the
+// year's required distribution recomputed from the projected balance under
+// the rules in force that year, and per-year totals, excess limit and tax.
+#include <exception>
+#include <string_view>
+
+#include "core/base/checked.h"
+#include "core/base/errors.h"
+#include "core/base/messages.h"
+#include "core/base/progress.h"
+#include "core/engine/rep_calc.h"
+#include "core/tables/datefun.h"
+
+namespace ira::rep_calc {
+namespace {
+
+constexpr std::string_view kWhere = "CalcProjResults()";
+constexpr std::string_view kProgressText = "Doing calculations for Projection Report";
+// Wording as the support staff know it.
+constexpr std::string_view kBadStatus =
+    "Error in CalcProjResults() - Ira Status invalid. Please Report this error to Quillon";
+
+enum ProjStatus : std::int16_t { kActive = 1, kExhausted = 2, kNoData = 3 };
+
+std::int16_t g_lastProjYear = 0;
+
+// Income on a balance at a percent rate, to the cent.
+Money Income(Money balance, float ratePercent) {
+  Decimal rate = DecimalOf(ratePercent);
+  rate.scale += 2;
+  return RoundAmt(MulDecimal(balance, rate), 2);
+}
+
+void Project(Scenario& scenario, ProjCells& cells, std::vector<ProjYearTotals>& totals) {
+  const GeneralInputs& gen = scenario.Gen;
+  const std::size_t iraCount = static_cast<std::size_t>(gen.IraCount);
+  const std::size_t years = static_cast<std::size_t>(gen.ProjectionYears);
+
+  ProgressScope progress(kProgressText);
+  cells.assign(iraCount, std::vector<ProjCell>(years));
+  totals.assign(years, ProjYearTotals{});
+  std::vector<std::int16_t> status(iraCount, kActive);
+  std::vector<Money> balance(iraCount);
+  for (std::size_t i = 0; i < iraCount; ++i) balance[i] = scenario.Ira.at(i).Benefit;
+  int active = gen.IraCount;
+
+  const std::int16_t firstDcy = datefun::FirstDCY(gen.OwnerBirthDate);
+  std::int16_t second = 2;
+  const std::int16_t secondDcy = datefun::CalcDCY(gen.OwnerBirthDate, second);
+
+  for (std::size_t y = 0; y < years; ++y) {
+    const std::int16_t year = CheckedInt16(gen.DCY + static_cast<long long>(y), kWhere);
+    const bool laterRules = ProjectionUsesLaterRules(gen.DistType, year);
+    ProjYearTotals& total = totals[y];
+    total.TotalDist = Money();
+    total.CombinedEnd = Money();
+
+    for (std::size_t i = 0; i < iraCount; ++i) {
+      ProjCell& cell = cells[i][y];
+      switch (status[i]) {
+        case kActive: break;
+        case kExhausted: cell.Distribution = Money::FromRaw(kProjStoppedRaw); continue;
+        case kNoData: cell.Distribution = Money::FromRaw(kProjNoDataRaw); continue;
+        default: ShowMessage(kProgramTitle, std::string(kBadStatus), MsgIcon::None); return;
+      }
+
+      GeneralInputs yearGen = gen;
+      yearGen.DCY = year;
+      IraRecord yearIra = scenario.Ira[i];
+      if (y > 0) yearIra.DistributedThisYear = Money();
+      if (year != secondDcy) yearIra.FirstYearDist = Money();
+      yearIra.Benefit = balance[i];
+
+      IraDistResults results;
+      CalcIraDist(yearGen, yearIra, results, gen.PercentOver);
+
+      if (results.AgesSupported == kFalse) {
+        cell.Distribution = Money::FromRaw(kProjNoDataRaw);
+        status[i] = kNoData;
+        --active;
+      } else {
+        cell.BegBalance = balance[i];
+        const Money gross = laterRules ? results.GrossLater : results.Gross1987;
+        // At least what was already taken is distributed.
+        cell.Distribution = gross > results.DistributedThisYear ? gross : results.DistributedThisYear;
+        balance[i] = results.AdjustedBenefit;
+        const Money income =
+            (y > 0 || gen.IncomeCalc != 0) ? Income(balance[i], yearIra.RateOfReturn) : Money();
+        balance[i] = balance[i] + income - cell.Distribution;
+        cell.Income = income;
+        cell.Distributed = yearIra.DistributedThisYear;
+        // From the balance before the first-year adjustment; the running
+        // balance carries it, so the two differ in the second DCY.
+        cell.EndBalance = cell.BegBalance + cell.Income - cell.Distribution;
+      }
+
+      // Sentinels included: an account found unsupported this year still
+      // counts in this year's totals.
+      total.TotalDist += cell.Distribution;
+      total.CombinedEnd += balance[i];
+      // The first-year distributions belong to the owner's first DCY only.
+      if (year == firstDcy) scenario.Ira[i].FirstYearDist = Money();
+      if (status[i] == kActive && balance[i] <= Money()) {
+        status[i] = kExhausted;
+        --active;
+      }
+      if (active < 1) g_lastProjYear = CheckedInt16(static_cast<long long>(y), kWhere);
+    }
+
+    total.Limit = GetExcessDistLimit(gen.InflationRate, year);
+    if (total.TotalDist > total.Limit) {
+      total.Excess = total.TotalDist - total.Limit;
+      total.Tax = MulBinarySingle(total.Excess, kExcessTaxRate);
+    } else {
+      total.Excess = Money();
+      total.Tax = Money();
+    }
+    if (active < 1) break;
+  }
+}
+
+}  // namespace
+
+void CalcProjResults(Scenario& scenario, ProjCells& cells, std::vector<ProjYearTotals>& totals) {
+  const GeneralInputs& gen = scenario.Gen;
+  try {
+    g_lastProjYear = CheckedInt16(static_cast<long long>(gen.ProjectionYears) - 1, kWhere);
+    if (gen.IraCount == 0 || gen.ProjectionYears < 1) return;
+    Project(scenario, cells, totals);
+  } catch (const std::exception& e) {
+    ReportUnexpected(kWhere, e);
+  }
+}
+
+std::int16_t LastProjYear() { return g_lastProjYear; }
+
+}  // namespace ira::rep_calc

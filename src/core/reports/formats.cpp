@@ -1,0 +1,109 @@
+#include "core/reports/formats.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+
+namespace ira::reports {
+namespace {
+
+__extension__ typedef __int128 Int128;
+
+// A value rounded to whole cents: its sign and magnitude.
+struct Cents {
+  bool negative = false;
+  Int128 magnitude = 0;
+};
+
+Int128 Pow10(int n) {
+  Int128 p = 1;
+  while (n-- > 0) p *= 10;
+  return p;
+}
+
+// Half away from zero: the magnitude is rounded, then the sign put back.
+Cents RoundToCents(Int128 mantissa, int scale) {
+  Cents c;
+  c.negative = mantissa < 0;
+  const Int128 m = c.negative ? -mantissa : mantissa;
+  if (scale <= 2) {
+    c.magnitude = m * Pow10(2 - scale);
+  } else {
+    const Int128 div = Pow10(scale - 2);
+    c.magnitude = m / div + (m % div * 2 >= div ? 1 : 0);
+  }
+  if (c.magnitude == 0) c.negative = false;  // a value that rounds to zero prints unsigned
+  return c;
+}
+
+Cents CentsOf(Money amount) { return RoundToCents(amount.Raw(), 4); }
+
+Cents CentsOf(float value) {
+  const Decimal d = DecimalOf(value);
+  // A single holds at most 9 significant digits: beyond 20 decimals it is
+  // far below a cent, and 25 leading digits keep the 128-bit product safe.
+  if (d.scale > 20) return {};
+  if (d.scale < -25) {
+    // Far beyond any amount this program prints; fall back to the double.
+    char buf[80];
+    std::snprintf(buf, sizeof buf, "%.0f", static_cast<double>(value) * 100.0);
+    Cents c;
+    c.negative = buf[0] == '-';
+    for (const char* p = buf + (c.negative ? 1 : 0); *p != '\0'; ++p) c.magnitude = c.magnitude * 10 + (*p - '0');
+    return c;
+  }
+  return RoundToCents(d.mantissa, d.scale);
+}
+
+std::string Digits(Int128 n) {
+  if (n == 0) return "0";
+  std::string s;
+  while (n > 0) {
+    s.insert(s.begin(), static_cast<char>('0' + static_cast<int>(n % 10)));
+    n /= 10;
+  }
+  return s;
+}
+
+std::string Grouped(const std::string& digits) {
+  std::string out;
+  const std::size_t n = digits.size();
+  for (std::size_t i = 0; i < n; ++i) {
+    if (i > 0 && (n - i) % 3 == 0) out += ',';
+    out += digits[i];
+  }
+  return out;
+}
+
+std::string TwoDecimals(const Cents& c) {
+  const std::string frac = Digits(c.magnitude % 100);
+  return (frac.size() < 2 ? "0" : "") + frac;
+}
+
+}  // namespace
+
+std::string FormatAmount(Money amount) {
+  const Cents c = CentsOf(amount);
+  return (c.negative ? "-" : "") + Grouped(Digits(c.magnitude / 100)) + "." + TwoDecimals(c);
+}
+
+std::string FormatCurrency(Money amount) {
+  const Cents c = CentsOf(amount);
+  const std::string body = "$" + Grouped(Digits(c.magnitude / 100)) + "." + TwoDecimals(c);
+  return c.negative ? "(" + body + ")" : body;
+}
+
+std::string FormatFixed(float value) {
+  const Cents c = CentsOf(value);
+  return (c.negative ? "-" : "") + Digits(c.magnitude / 100) + "." + TwoDecimals(c);
+}
+
+std::string FormatRate(float value) {
+  const Cents c = CentsOf(value);
+  const Int128 whole = c.magnitude / 100;
+  std::string frac = TwoDecimals(c);
+  while (!frac.empty() && frac.back() == '0') frac.pop_back();
+  return (c.negative ? "-" : "") + (whole == 0 ? std::string() : Digits(whole)) + "." + frac;
+}
+
+}  // namespace ira::reports

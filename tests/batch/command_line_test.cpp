@@ -1,0 +1,52 @@
+#include "app/batch/command_line.h"
+
+#include <gtest/gtest.h>
+
+namespace ira::app {
+namespace {
+
+struct Row {
+  const char* name;
+  const char* line;
+  bool silent;
+  const char* input;
+  const char* output;
+  const char* error;
+};
+
+TEST(ParseCommandLine, SwitchesValuesAndDefaultExtensions) {
+  const Row rows[] = {
+      {"empty line: interactive", "", false, "", "", ""},
+      {"the classic form", "/silent /input plan /output plan", true, "plan.ira", "plan.txt", ""},
+      {"switches in capitals, values keep their case", "/SILENT /Input Plan.IRA /OUTPUT Out", true, "Plan.IRA",
+       "Out.txt", ""},
+      {"equals sign", "/silent /input=a.ira /output=b.log", true, "a.ira", "b.log", ""},
+      {"quoted value with blanks", "/silent /input \"my plan\" /output \"my out.txt\"", true, "my plan.ira",
+       "my out.txt", ""},
+      {"GNU forms", "--silent --input=x --output y.txt", true, "x.ira", "y.txt", ""},
+      {"absolute paths are values, not switches", "/silent /input /plans/silent/x /output /o/r", true,
+       "/plans/silent/x.ira", "/o/r.txt", ""},
+      {"a dot in a folder is not an extension", "/input ./data.d/plan", false, "./data.d/plan.ira", "", ""},
+      {"input without silent starts interactively", "/input plan.ira", false, "plan.ira", "", ""},
+      {"unknown switch", "/silent /colour red", true, "", "", "Unknown argument: /colour"},
+      {"file switch without a file", "/silent /input /output x", true, "", "x.txt", "/input needs a file name"},
+  };
+  for (const Row& r : rows) {
+    const CommandLine cl = ParseCommandLine(r.line);
+    EXPECT_EQ(cl.silent, r.silent) << r.name;
+    EXPECT_EQ(cl.input, r.input) << r.name;
+    EXPECT_EQ(cl.output, r.output) << r.name;
+    EXPECT_EQ(cl.error, r.error) << r.name;
+  }
+  EXPECT_TRUE(ParseCommandLine("--HELP").help);
+  EXPECT_TRUE(ParseCommandLine("--version").version);
+}
+
+TEST(JoinArguments, RoundTripsThroughSplitCommandLine) {
+  const std::vector<std::string> args = {"/silent", "/input", "my plan.ira", "", "/output=a b.txt"};
+  EXPECT_EQ(JoinArguments(args), "/silent /input \"my plan.ira\" \"\" \"/output=a b.txt\"");
+  EXPECT_EQ(SplitCommandLine(JoinArguments(args)), args);
+}
+
+}  // namespace
+}  // namespace ira::app
