@@ -27,11 +27,13 @@
 #include "core/base/progress.h"
 #include "core/base/program.h"
 #include "core/base/text.h"
+#include "core/reports/prnmastr.h"
 #include "core/scenario/file.h"
 #include "core/scenario/scenario.h"
 #include "dialogs/dlgGenInputs.h"
 #include "dialogs/dlgIraList.h"
 #include "dialogs/dlgProjOptions.h"
+#include "dialogs/dlgRptChoices.h"
 #include "dialogs/rules/entries.h"
 
 namespace ira::desktop {
@@ -119,6 +121,11 @@ frmMain::frmMain(settings::Settings settings, std::string userFolder, long start
   OpenDocument = [](const QString& path) { return QDesktopServices::openUrl(QUrl::fromLocalFile(path)); };
   RunDialog = [this](shell::Command dialog) { return ShowInputDialog(dialog); };
   Quit = [](int code) { QCoreApplication::exit(code); };
+  ReportTargetFor = [](reports::ReportMode) { return reports::ReportTarget{}; };
+  ChooseReports = [this](reports::ReportMode mode) {
+    dialogs::dlgRptChoices choices(mode, this);
+    return choices.exec() == QDialog::Accepted ? choices.Flags() : 0;
+  };
 
   CreateActions();
   CreateOverview();
@@ -310,8 +317,8 @@ void frmMain::Run(shell::Command command) {
       case shell::Command::Open: FileOpen(); break;
       case shell::Command::Save: FileSave(); break;
       case shell::Command::SaveAs: FileSaveAs(); break;
-      case shell::Command::Print: RunReports(1); break;
-      case shell::Command::Display: RunReports(0); break;
+      case shell::Command::Print: RunReports(reports::ReportMode::Print); break;
+      case shell::Command::Display: RunReports(reports::ReportMode::View); break;
       case shell::Command::General:
       case shell::Command::Ira:
       case shell::Command::Projection:
@@ -421,17 +428,19 @@ void frmMain::RememberFolder(const std::string& path) {
 }
 
 void frmMain::GetFonts() {
-  ShowMessage(shell::kFontWarningTitle, shell::kFontWarning, MsgIcon::Exclamation);
-  QFont current(Q(m_settings.fontName));
-  current.setPointSizeF(m_settings.fontSize);
-  const auto chosen = ChooseFont(current);
+  bool chosen = false;
+  reports::GetFonts([&](const reports::ReportFontInfo& current) -> std::optional<reports::ReportFontInfo> {
+    QFont font(Q(current.name));
+    font.setPointSizeF(current.size);
+    const auto picked = ChooseFont(font);
+    if (!picked) return std::nullopt;
+    chosen = true;
+    return reports::ReportFontInfo{picked->family().toStdString(), static_cast<float>(picked->pointSizeF())};
+  });
   if (!chosen) return;
-  const settings::ReportFont font =
-      settings::CheckedReportFont(chosen->family().toStdString(), static_cast<float>(chosen->pointSizeF()));
-  m_settings.fontName = font.name;
-  m_settings.fontSize = font.size;
+  m_settings.font = reports::ReportFont();
   try {
-    settings::SaveReportFont(m_settings.file, font);
+    settings::SaveReportFont(m_settings.file, m_settings.font);
   } catch (const FileError& e) {
     ShowMessage("WARNING", e.what(), MsgIcon::Exclamation);
   }
@@ -451,10 +460,19 @@ void frmMain::OpenManual() {
   }
 }
 
-void frmMain::RunReports(int mode) {
-  (void)mode;
-  ShowMessage("Please Note!", "Reports are not yet available in this version of the program.",
-              MsgIcon::Information);
+void frmMain::RunReports(reports::ReportMode mode) {
+  const reports::ReportTarget target = ReportTargetFor(mode);
+  const bool ready = mode == reports::ReportMode::View ? target.viewer != nullptr : target.printer != nullptr;
+  if (!ready) {
+    ShowMessage("Please Note!",
+                mode == reports::ReportMode::View
+                    ? "Report windows are not available in this version of the program."
+                    : "Printing is not available in this version of the program.",
+                MsgIcon::Information);
+    return;
+  }
+  const int flags = ChooseReports(mode);
+  if (flags > 0) reports::DisplayMaster(mode, flags, target);
 }
 
 std::string frmMain::DebugFile() const {

@@ -11,6 +11,7 @@
 
 #include "app/shell/commands.h"
 #include "app/shell/settings.h"
+#include "core/reports/display_master.h"
 
 class QAction;
 class QLabel;
@@ -70,6 +71,11 @@ class frmMain : public QMainWindow {
   std::function<bool(const QString& path)> OpenDocument;
   std::function<bool(shell::Command dialog)> RunDialog;  // General, Ira, Projection
   std::function<void(int code)> Quit;
+  // Where the reports of a mode go: the report windows for View, a printer
+  // for Print. A mode without its destination is not offered yet.
+  std::function<reports::ReportTarget(reports::ReportMode)> ReportTargetFor;
+  // The report choices; the selection flags, or 0 when cancelled.
+  std::function<int(reports::ReportMode)> ChooseReports;
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -81,7 +87,7 @@ class frmMain : public QMainWindow {
   bool WriteScenario(const std::string& path);
   void RememberFolder(const std::string& path);
   void SetCurrentFile(const std::string& path);
-  void RunReports(int mode);
+  void RunReports(reports::ReportMode mode);
   bool ShowInputDialog(shell::Command dialog);
 
   settings::Settings m_settings;

@@ -55,6 +55,7 @@ int RunDesktop(int argc, char** argv) {
   settings::Settings config =
       settings::LoadSettings(settings::SettingsFilePath(ProgramFolder(), programName, userFolder), userFolder);
   settings::InstallDemo(ProgramFolder(), userFolder);
+  reports::ReportFont() = config.font;
 
   QtMessageSink messages;
   SetMessageSink(&messages);

@@ -1,6 +1,5 @@
 // The main window's commands without the window: toolbar keys, the title
-// rule, the unsaved-data questions, the report-font recommendation and the
-// About box's usage text. The desktop layer only wires them to widgets.
+// rule, the unsaved-data questions and the About box's usage text. The desktop layer only wires them to widgets.
 #pragma once
 
 #include <optional>
@@ -34,12 +33,6 @@ inline constexpr const char* kUnsavedBeforeReplace = "Current Inputs have not be
 inline constexpr const char* kUnsavedBeforeExit = "Current Inputs have not been Saved!Do want to save your data?";
 // Yes: save first; No: go on without saving.
 MsgAnswer AskUnsaved(bool exiting);
-
-// The font command's recommendation, shown before the font dialog.
-inline constexpr const char* kFontWarningTitle = "WARNING!";
-inline constexpr const char* kFontWarning =
-    "We strongly recommend the use of either the COURIER NEW or the COURIER font. Other fonts might not align "
-    "properly, or may cause an error 380.";
 
 // Seconds since midnight, as the start time is kept.
 long SecondsSinceMidnight();

@@ -169,20 +169,14 @@ Settings LoadSettings(const std::string& file, const std::string& defaultDataFol
   s.hideError380 = GetProfileInt(file, kSectionHideError, kKeyHide380, 0);
   s.dataFolder = GetProfileString(file, kSectionDataFiles, kKeyDataFilePath, defaultDataFolder);
   if (s.dataFolder.empty()) s.dataFolder = defaultDataFolder;
-  std::string name = GetProfileString(file, kSectionPreferences, kKeyFontName, kDefaultFontName);
+  std::string name = GetProfileString(file, kSectionPreferences, kKeyFontName, reports::kDefaultFontName);
   if (const auto nul = name.find('\0'); nul != std::string::npos) name.resize(nul);
+  name = RTrim(name);
+  if (!name.empty()) s.font.name = name;
   const std::string size = GetProfileString(file, kSectionPreferences, kKeyFontSize, "10");
-  const ReportFont font = CheckedReportFont(RTrim(name), std::strtof(size.c_str(), nullptr));
-  s.fontName = font.name;
-  s.fontSize = font.size;
+  const float points = std::strtof(size.c_str(), nullptr);
+  if (points >= reports::kSmallestFontSize) s.font.size = points;
   return s;
-}
-
-ReportFont CheckedReportFont(std::string_view name, float size) {
-  ReportFont f;
-  f.name = name.empty() ? std::string(kDefaultFontName) : std::string(name);
-  f.size = size >= kMinFontSize ? size : kDefaultFontSize;
-  return f;
 }
 
 bool InstallDemo(const std::string& programFolder, const std::string& dataFolder) {
@@ -198,7 +192,7 @@ bool InstallDemo(const std::string& programFolder, const std::string& dataFolder
   return !ec;
 }
 
-void SaveReportFont(const std::string& file, const ReportFont& font) {
+void SaveReportFont(const std::string& file, const reports::ReportFontInfo& font) {
   WriteProfileString(file, kSectionPreferences, kKeyFontName, font.name);
   WriteProfileString(file, kSectionPreferences, kKeyFontSize, NumberText(font.size));
 }

@@ -8,6 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include "core/reports/prnmastr.h"
+
 namespace ira::settings {
 
 // Profile values are read into a 255-character buffer: longer ones are cut.
@@ -31,11 +33,6 @@ inline constexpr const char* kKeyFontSize = "Font Size";
 inline constexpr const char* kSectionHideError = "Hide Error Msg";
 inline constexpr const char* kKeyHide380 = "380";
 
-inline constexpr const char* kDefaultFontName = "Courier New";
-inline constexpr float kDefaultFontSize = 10.0f;
-// Smaller report fonts are unreadable on paper and fall back to the default.
-inline constexpr float kMinFontSize = 5.0f;
-
 // $XDG_DATA_HOME (or ~/.local/share) + "/Quillon/IRA".
 std::string UserDataFolder();
 bool FolderWritable(const std::string& folder);
@@ -49,28 +46,19 @@ struct Settings {
   std::string file;  // the settings file in use
   int hideError380 = 0;
   std::string dataFolder;
-  std::string fontName = kDefaultFontName;
-  float fontSize = kDefaultFontSize;
+  reports::ReportFontInfo font;  // an empty name or a size under 5 points reads as the default
 };
 
 // Reads every setting, each falling back to its default; `defaultDataFolder`
 // stands when "Data File Path" is missing.
 Settings LoadSettings(const std::string& file, const std::string& defaultDataFolder);
 
-// The report font as the font dialog hands it over: an empty name becomes
-// "Courier New", a size under 5 points becomes 10.
-struct ReportFont {
-  std::string name;
-  float size = kDefaultFontSize;
-};
-ReportFont CheckedReportFont(std::string_view name, float size);
-
 // Copies "demo.ira" from the program folder into the data folder when it is
 // not there yet (a user's own changes to it are kept). Returns false when
 // the copy failed; a missing demonstration file is no failure.
 bool InstallDemo(const std::string& programFolder, const std::string& dataFolder);
 
-void SaveReportFont(const std::string& file, const ReportFont& font);
+void SaveReportFont(const std::string& file, const reports::ReportFontInfo& font);
 void SaveDataFolder(const std::string& file, const std::string& folder);
 
 }  // namespace ira::settings

@@ -5,6 +5,7 @@
 #include "core/base/errors.h"
 #include "core/base/messages.h"
 #include "core/base/text.h"
+#include "core/reports/formats.h"
 #include "dialogs/rules/numeric_text.h"
 
 namespace ira::rules {
@@ -43,15 +44,6 @@ Date ReadDate(std::string_view text) {
 
 std::string DateText(Date date) { return date == kNoDate ? std::string() : FormatMdy(date); }
 
-std::string AmountText(Money amount) {
-  // Cents, half to even, then thousands separators.
-  const std::int64_t cents = RoundAmt(amount, 2).Raw() / 100;
-  const bool negative = cents < 0;
-  const std::int64_t whole = (negative ? -cents : cents) / 100;
-  const std::int64_t frac = (negative ? -cents : cents) % 100;
-  std::string digits = std::to_string(whole);
-  for (int i = static_cast<int>(digits.size()) - 3; i > 0; i -= 3) digits.insert(static_cast<std::size_t>(i), ",");
-  return (negative ? "-" : "") + digits + "." + (frac < 10 ? "0" : "") + std::to_string(frac);
-}
+std::string AmountText(Money amount) { return reports::FormatAmount(amount); }
 
 }  // namespace ira::rules

@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
+#include <QListWidget>
 #include <QDialogButtonBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -15,6 +17,8 @@
 #include "dialogs/dlgIraInputs.h"
 #include "dialogs/dlgIraList.h"
 #include "dialogs/dlgProjOptions.h"
+#include "core/reports/display_master.h"
+#include "dialogs/dlgRptChoices.h"
 #include "dialogs/widgets/entry_controls.h"
 #include "support/recording_sinks.h"
 
@@ -155,6 +159,18 @@ TEST_F(Dialogs, IraInputsOfferTheElectionsThatCount) {
   EXPECT_EQ(ira.Benefit, Money::FromString("12345.678"));
   EXPECT_EQ(ira.bRecalc, 1);
   EXPECT_EQ(ira.BeneBirthDate, MakeDate(2012, 1, 1));
+}
+
+TEST_F(Dialogs, ReportChoicesGiveTheSelectionFlags) {
+  dlgRptChoices dlg(reports::ReportMode::Print);
+  EXPECT_EQ(dlg.windowTitle().toStdString(), "Report Choices (Print)");
+  EXPECT_EQ(dlg.Flags(), 0);
+  dlg.chkReport->item(2)->setCheckState(Qt::Checked);
+  dlg.chkReport->item(4)->setCheckState(Qt::Checked);
+  EXPECT_EQ(dlg.Flags(), reports::kRptDistCalc | reports::kRptProjection);
+  dlg.chkAll->setChecked(true);
+  EXPECT_EQ(dlg.Flags(), reports::kRptAll);
+  EXPECT_EQ(dlg.chkReport->item(0)->text().toStdString(), "Inputs");
 }
 
 TEST_F(Dialogs, EnterMovesToTheNextControl) {

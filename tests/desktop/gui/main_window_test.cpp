@@ -151,6 +151,28 @@ TEST_F(MainWindow, UnknownToolbarKeyOnlyWarns) {
   }
 }
 
+TEST_F(MainWindow, DisplayRunsTheChosenReportsIntoTheViewer) {
+  struct Viewer : reports::ReportViewer {
+    int shown = 0;
+    void ShowText(const std::string&, const std::string&) override { ++shown; }
+    void ShowGrid(const reports::GridReport&) override { ++shown; }
+    void ShowProjectionHelp() override {}
+  } viewer;
+  int asked = 0;
+  window->ChooseReports = [&](reports::ReportMode mode) {
+    EXPECT_EQ(mode, reports::ReportMode::View);
+    return ++asked, reports::kRptGenInfo | reports::kRptInputs;
+  };
+  window->tlbMain_ButtonClick("Display");  // no report windows installed
+  EXPECT_EQ(asked, 0);
+  EXPECT_EQ(rec.messages.Last().title, "Please Note!");
+
+  window->ReportTargetFor = [&](reports::ReportMode) { return reports::ReportTarget{&viewer, nullptr, {}}; };
+  window->tlbMain_ButtonClick("Display");
+  EXPECT_EQ(asked, 1);
+  EXPECT_EQ(viewer.shown, 2);
+}
+
 TEST_F(MainWindow, ReportFontIsRecommendedCheckedAndKept) {
   window->ChooseFont = [](const QFont&) {
     QFont f;
@@ -164,8 +186,8 @@ TEST_F(MainWindow, ReportFontIsRecommendedCheckedAndKept) {
   EXPECT_EQ(rec.messages.Last().text,
             "We strongly recommend the use of either the COURIER NEW or the COURIER font. Other fonts might not "
             "align properly, or may cause an error 380.");
-  EXPECT_EQ(window->Settings().fontName, "Courier New");
-  EXPECT_EQ(window->Settings().fontSize, 10.0f);
+  EXPECT_EQ(window->Settings().font.name, "Courier New");
+  EXPECT_EQ(reports::ReportFont().size, 10.0f);
   EXPECT_EQ(settings::GetProfileString(config.file, "User Preferences", "Font Size", ""), "10");
 }
 

@@ -32,16 +32,16 @@ TEST_F(SettingsFile, MissingFileGivesEveryDefault) {
   const Settings s = LoadSettings(file, "/data");
   EXPECT_EQ(s.hideError380, 0);
   EXPECT_EQ(s.dataFolder, "/data");
-  EXPECT_EQ(s.fontName, "Courier New");
-  EXPECT_EQ(s.fontSize, 10.0f);
+  EXPECT_EQ(s.font.name, "Courier New");
+  EXPECT_EQ(s.font.size, 10.0f);
 }
 
 TEST_F(SettingsFile, ReadsHandEditedFileLoosely) {
   Write("; written by hand\r\n[user preferences]\r\n Font Name = Liberation Mono   \r\nfont size=\"12.5\"\r\n"
         "[Hide Error Msg]\r\n380=1\r\n[Data Files]\r\nData File Path=/home/a/plans\r\n");
   const Settings s = LoadSettings(file, "/data");
-  EXPECT_EQ(s.fontName, "Liberation Mono");
-  EXPECT_EQ(s.fontSize, 12.5f);
+  EXPECT_EQ(s.font.name, "Liberation Mono");
+  EXPECT_EQ(s.font.size, 12.5f);
   EXPECT_EQ(s.hideError380, 1);
   EXPECT_EQ(s.dataFolder, "/home/a/plans");
   EXPECT_EQ(GetProfileInt(file, "Hide Error Msg", "missing", 7), 7);
@@ -50,8 +50,8 @@ TEST_F(SettingsFile, ReadsHandEditedFileLoosely) {
 TEST_F(SettingsFile, UnusableFontValuesFallBack) {
   Write("[User Preferences]\nFont Name=\nFont Size=4\n");
   const Settings s = LoadSettings(file, "/data");
-  EXPECT_EQ(s.fontName, "Courier New");
-  EXPECT_EQ(s.fontSize, 10.0f);
+  EXPECT_EQ(s.font.name, "Courier New");
+  EXPECT_EQ(s.font.size, 10.0f);
 }
 
 TEST_F(SettingsFile, LongValueIsCutToTheProfileBuffer) {

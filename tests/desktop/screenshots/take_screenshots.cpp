@@ -15,6 +15,7 @@
 #include "dialogs/dlgIraInputs.h"
 #include "dialogs/dlgIraList.h"
 #include "dialogs/dlgProjOptions.h"
+#include "dialogs/dlgRptChoices.h"
 #include "dialogs/frmIraHelp.h"
 #include "core/tables/life_exp.h"
 
@@ -95,6 +96,8 @@ int main(int argc, char** argv) {
   ok &= Save(ira, dir, "ira-inputs.png");
   dialogs::dlgProjOptions proj(sc.Gen, &main);
   ok &= Save(proj, dir, "projection-options.png");
+  dialogs::dlgRptChoices choices(reports::ReportMode::View, &main);
+  ok &= Save(choices, dir, "report-choices.png");
   dialogs::frmIraHelp help(QString::fromLatin1(life_exp::kBeneficiaryAgeHelpTitle),
                            QString::fromLatin1(life_exp::kBeneficiaryAgeHelp).replace(QStringLiteral("\r\n"), QStringLiteral("\n")),
                            &main);
