@@ -10,14 +10,16 @@
 #include "app/desktop/frmError.h"
 #include "app/desktop/frmMain.h"
 #include "core/base/checked.h"
+#include "core/base/program.h"
+#include "core/scenario/file.h"
 #include "core/scenario/scenario.h"
+#include "core/tables/life_exp.h"
 #include "dialogs/dlgGenInputs.h"
 #include "dialogs/dlgIraInputs.h"
 #include "dialogs/dlgIraList.h"
 #include "dialogs/dlgProjOptions.h"
 #include "dialogs/dlgRptChoices.h"
 #include "dialogs/frmIraHelp.h"
-#include "core/tables/life_exp.h"
 
 namespace {
 
@@ -82,17 +84,19 @@ int main(int argc, char** argv) {
   settings::Settings config;
   config.dataFolder = dir.absolutePath().toStdString();
   desktop::frmMain main(config, config.dataFolder, shell::SecondsSinceMidnight() - 754);
+  // The demonstration scenario when it is installed beside the program.
+  SetProgramFolder(QCoreApplication::applicationDirPath().toStdString());
   Scenario& sc = TheScenario();
-  Sample(sc);
+  if (!file::OpenFile(ProgramFile("demo.ira"), sc)) Sample(sc);
   main.Refresh();
-  main.setWindowTitle(QString::fromStdString(shell::MainTitle("/home/margaret/IRA/sample.ira")));
+  main.setWindowTitle(QString::fromStdString(shell::MainTitle("~/.local/share/Quillon/IRA/demo.ira")));
   bool ok = Save(main, dir, "main-window.png");
 
   dialogs::dlgGenInputs gen(sc.Gen, &main);
   ok &= Save(gen, dir, "general-inputs.png");
   dialogs::dlgIraList list(sc, &main);
   ok &= Save(list, dir, "ira-list.png");
-  dialogs::dlgIraInputs ira(sc.Gen, sc.Ira[1], &main);
+  dialogs::dlgIraInputs ira(sc.Gen, sc.Ira.back(), &main);
   ok &= Save(ira, dir, "ira-inputs.png");
   dialogs::dlgProjOptions proj(sc.Gen, &main);
   ok &= Save(proj, dir, "projection-options.png");
