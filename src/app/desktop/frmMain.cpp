@@ -204,20 +204,26 @@ void frmMain::CreateActions() {
     const char* key;
     QAction* like;
     const char* text;
-  } buttons[] = {{"New", mnuNew, "New"},           {"Open", mnuOpen, "Open"},         {"Save", mnuSave, "Save"},
-                 {"Print", mnuPrint, "Print"},     {"Display", mnuDisplay, "Display"}, {"General", mnuGeneral, "General"},
-                 {"IRA", mnuIra, "IRAs"},          {"Projection", mnuProjection, "Projection"},
-                 {"Help", mnuHelp, "Help"},        {"Exit", mnuExit, "Exit"}};
+    bool groupEnds;
+  } buttons[] = {
+      {"New", mnuNew, "New", false},
+      {"Open", mnuOpen, "Open", false},
+      {"Save", mnuSave, "Save", false},
+      {"Print", mnuPrint, "Print", true},
+      {"Display", mnuDisplay, "Display", false},
+      {"General", mnuGeneral, "General", false},
+      {"IRA", mnuIra, "IRAs", true},
+      {"Projection", mnuProjection, "Projection", true},
+      {"Help", mnuHelp, "Help", false},
+      {"Exit", mnuExit, "Exit", false},
+  };
   for (const auto& b : buttons) {
     auto* button = tlbMain->addAction(b.like->icon(), QString::fromLatin1(b.text));
     button->setData(QString::fromLatin1(b.key));
     button->setToolTip(b.like->statusTip());
     button->setObjectName(QStringLiteral("tlb") + QString::fromLatin1(b.key));
     if (b.like == mnuProjection) connect(mnuProjection, &QAction::enabledChanged, button, &QAction::setEnabled);
-    if (b.key == std::string_view("Print") || b.key == std::string_view("Exit") || b.key == std::string_view("IRA") ||
-        b.key == std::string_view("Projection")) {
-      tlbMain->addSeparator();
-    }
+    if (b.groupEnds) tlbMain->addSeparator();
   }
   connect(tlbMain, &QToolBar::actionTriggered, this,
           [this](QAction* a) { tlbMain_ButtonClick(a->data().toString()); });

@@ -66,9 +66,11 @@ class MainWindow : public ::testing::Test {
 
 TEST_F(MainWindow, SavingANeverSavedScenarioAsksForAName) {
   EXPECT_EQ(window->windowTitle().toStdString(), "UNTITLED IRA - QSW - Tallyra");
-  EXPECT_FALSE(window->mnuProjection->isEnabled());  // nothing to project yet
+  auto* projection = window->tlbMain->findChild<QAction*>("tlbProjection");
+  ASSERT_NE(projection, nullptr);
+  EXPECT_FALSE(projection->isEnabled());  // nothing to project yet
   Edit();
-  EXPECT_TRUE(window->mnuProjection->isEnabled());
+  EXPECT_TRUE(projection->isEnabled());
 
   chosen.push_back(data.File("plan"));
   window->tlbMain_ButtonClick("Save");
