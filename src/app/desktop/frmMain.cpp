@@ -90,11 +90,6 @@ QIcon AppIcon() {
   return QIcon(pixmap);
 }
 
-std::string FolderOf(const std::string& path) {
-  const auto slash = path.rfind('/');
-  return slash == std::string::npos ? std::string(".") : (slash == 0 ? std::string("/") : path.substr(0, slash));
-}
-
 constexpr const char* kNotEntered = "(not entered)";
 
 }  // namespace
@@ -425,7 +420,7 @@ bool frmMain::WriteScenario(const std::string& path) {
 }
 
 void frmMain::RememberFolder(const std::string& path) {
-  m_settings.dataFolder = FolderOf(path);
+  m_settings.dataFolder = QFileInfo(Q(path)).absolutePath().toStdString();
   try {
     settings::SaveDataFolder(m_settings.file, m_settings.dataFolder);
   } catch (const FileError& e) {

@@ -10,6 +10,7 @@
 
 namespace ira::rules {
 
+// The two blanks after "invalid." are the program's own wording.
 void WarnInvalid(std::string_view field) {
   ShowMessage("WARNING", "The value entered for '" + std::string(field) + "' is invalid.  Please enter again.",
               MsgIcon::Exclamation);

@@ -5,19 +5,14 @@
 #include "core/base/checked.h"
 #include "core/base/messages.h"
 #include "core/base/text.h"
+#include "dialogs/rules/entries.h"
 #include "dialogs/rules/numeric_text.h"
 
 namespace ira::projopts {
 namespace {
 
-constexpr const char* kWarningTitle = "WARNING";
 constexpr const char* kCheckTitle = "Check Data";
 constexpr const char* kCheckAmount = "Please check the amount you entered. It may be incorrect.";
-
-// The two blanks after "invalid." are the program's own wording.
-std::string Invalid(std::string_view field) {
-  return "The value entered for '" + std::string(field) + "' is invalid.  Please enter again.";
-}
 
 // A number of years must fit the 16-bit field; anything larger is as unusable
 // as a non-number.
@@ -40,7 +35,7 @@ bool PercentageCheck(std::string_view text, std::int16_t distType) {
   if (distType == 0) return true;
   const auto value = rules::NumericValue(text);
   if (!value) {
-    ShowMessage(kWarningTitle, Invalid("Percentage over Required Minimum Distribution"), MsgIcon::Exclamation);
+    rules::WarnInvalid("Percentage over Required Minimum Distribution");
     return false;
   }
   if (*value > 100) ShowMessage(kCheckTitle, kCheckAmount, MsgIcon::Information);
@@ -50,7 +45,7 @@ bool PercentageCheck(std::string_view text, std::int16_t distType) {
 bool YearsCheck(std::string& text) {
   const auto value = rules::NumericValue(text);
   if (!value || !YearsFit(*value)) {
-    ShowMessage(kWarningTitle, Invalid("Number of Years to Project"), MsgIcon::Exclamation);
+    rules::WarnInvalid("Number of Years to Project");
     return false;
   }
   if (*value > 100) ShowMessage(kCheckTitle, kCheckAmount, MsgIcon::Information);
@@ -61,7 +56,7 @@ bool YearsCheck(std::string& text) {
 void ReductionCheck(std::string& text) {
   const auto value = rules::NumericValue(text);
   if (!value) {
-    ShowMessage(kWarningTitle, Invalid("Percent Balance Reduction 1997-1999"), MsgIcon::Exclamation);
+    rules::WarnInvalid("Percent Balance Reduction 1997-1999");
     return;
   }
   if (*value < 0 || *value > 100) {
