@@ -1,0 +1,108 @@
+// The main window: menus and a toolbar for the document commands, the input
+// dialogs, the reports, the report font and the help, over an overview of
+// the scenario. It keeps the current file name and whether there are
+// unsaved changes; the scenario itself is the program-wide one.
+#pragma once
+
+#include <QMainWindow>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "app/shell/commands.h"
+#include "app/shell/settings.h"
+#include "core/reports/display_master.h"
+
+class QAction;
+class QLabel;
+class QToolBar;
+class QTreeWidget;
+
+namespace ira::desktop {
+
+class frmMain : public QMainWindow {
+  Q_OBJECT
+ public:
+  frmMain(settings::Settings settings, std::string userFolder, long startTime, QWidget* parent = nullptr);
+
+  QToolBar* tlbMain;
+  QAction* mnuNew;
+  QAction* mnuOpen;
+  QAction* mnuSave;
+  QAction* mnuSaveAs;
+  QAction* mnuPrint;
+  QAction* mnuDisplay;
+  QAction* mnuGeneral;
+  QAction* mnuIra;
+  QAction* mnuProjection;
+  QAction* mnuFont;
+  QAction* mnuHelp;
+  QAction* mnuAbout;
+  QAction* mnuExit;
+
+  // A toolbar button's click: the key names the command.
+  void tlbMain_ButtonClick(const QString& key);
+  void Run(shell::Command command);
+
+  // The document commands; each returns false when the user backed out or
+  // the file could not be written.
+  bool FileNew();
+  bool FileOpen();
+  bool FileSave();
+  bool FileSaveAs();
+  void GetFonts();
+  void OpenManual();
+  // After an unexpected error: optionally save, then end the program.
+  void ShutDown(bool save);
+
+  // Marks the scenario as changed (any edit).
+  void SetModified();
+  const std::string& CurrentFile() const { return m_currentFile; }
+  bool Modified() const { return m_modified; }
+  const settings::Settings& Settings() const { return m_settings; }
+  // Where the scenario goes when the window closes.
+  std::string DebugFile() const;
+  // Rereads the scenario into the overview and the command states.
+  void Refresh();
+
+  // Seams for what needs a person or the desktop; tests replace them.
+  std::function<QString(bool save, const QString& folder)> ChooseFile;
+  std::function<std::optional<QFont>(const QFont& current)> ChooseFont;
+  std::function<bool(const QString& path)> OpenDocument;
+  std::function<bool(shell::Command dialog)> RunDialog;  // General, Ira, Projection
+  std::function<void(int code)> Quit;
+  // Where the reports of a mode go: the report windows for View, a printer
+  // for Print. A mode without its destination is not offered yet.
+  std::function<reports::ReportTarget(reports::ReportMode)> ReportTargetFor;
+  // The report choices; the selection flags, or 0 when cancelled.
+  std::function<int(reports::ReportMode)> ChooseReports;
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void CreateActions();
+  void CreateOverview();
+  bool MaySetAside(bool exiting);
+  bool WriteScenario(const std::string& path);
+  void RememberFolder(const std::string& path);
+  void SetCurrentFile(const std::string& path);
+  void RunReports(reports::ReportMode mode);
+  bool ShowInputDialog(shell::Command dialog);
+
+  settings::Settings m_settings;
+  std::string m_userFolder;
+  long m_startTime;
+  std::string m_currentFile = shell::kUntitledFileName;
+  bool m_modified = false;
+  bool m_closing = false;
+
+  QLabel* m_owner;
+  QLabel* m_other;
+  QLabel* m_dcy;
+  QLabel* m_type;
+  QLabel* m_projection;
+  QTreeWidget* m_iras;
+};
+
+}  // namespace ira::desktop

@@ -1,0 +1,56 @@
+#include "dialogs/dlgRptChoices.h"
+
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "core/reports/display_master.h"
+
+namespace ira::dialogs {
+
+dlgRptChoices::dlgRptChoices(reports::ReportMode mode, QWidget* parent) : QDialog(parent) {
+  setWindowTitle(mode == reports::ReportMode::Print ? QStringLiteral("Report Choices (Print)")
+                                                    : QStringLiteral("Report Choices (View)"));
+  chkAll = new QCheckBox(QStringLiteral("Run All Reports"), this);
+  chkReport = new QListWidget(this);
+  for (const reports::ReportEntry& entry : reports::Reports()) {
+    auto* item = new QListWidgetItem(QString::fromLatin1(entry.listName), chkReport);
+    item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsUserCheckable);
+    item->setCheckState(Qt::Unchecked);
+    item->setData(Qt::UserRole, entry.flag);
+  }
+  chkReport->setMaximumHeight(chkReport->sizeHintForRow(0) * reports::kReportCount + 2 * chkReport->frameWidth() + 4);
+  btnOK = new QPushButton(QStringLiteral("OK"), this);
+  btnOK->setDefault(true);
+  btnCancel = new QPushButton(QStringLiteral("Cancel"), this);
+
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch();
+  buttons->addWidget(btnOK);
+  buttons->addWidget(btnCancel);
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(chkAll);
+  layout->addWidget(new QLabel(QStringLiteral("Check Desired Report(s)"), this));
+  layout->addWidget(chkReport);
+  layout->addLayout(buttons);
+
+  connect(chkAll, &QCheckBox::toggled, this, [this](bool all) {
+    for (int i = 0; i < chkReport->count(); ++i) chkReport->item(i)->setCheckState(all ? Qt::Checked : Qt::Unchecked);
+  });
+  connect(btnOK, &QPushButton::clicked, this, &QDialog::accept);
+  connect(btnCancel, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+int dlgRptChoices::Flags() const {
+  if (chkAll->isChecked()) return reports::kRptAll;
+  int flags = 0;
+  for (int i = 0; i < chkReport->count(); ++i) {
+    if (chkReport->item(i)->checkState() == Qt::Checked) flags |= chkReport->item(i)->data(Qt::UserRole).toInt();
+  }
+  return flags;
+}
+
+}  // namespace ira::dialogs

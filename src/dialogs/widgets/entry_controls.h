@@ -1,0 +1,47 @@
+// The input dialogs' entry controls: a plain entry, a date entry and an
+// amount entry, and the one rule every input dialog shares, that Enter moves
+// the focus to the next control (a push button still takes Enter as a click).
+#pragma once
+
+#include <QLineEdit>
+#include <QObject>
+
+#include "core/base/calendar.h"
+#include "core/base/money.h"
+
+class QWidget;
+
+namespace ira::widgets {
+
+// Turns Enter into Tab in every control of `dialog` except push buttons.
+void InstallEnterMovesFocus(QWidget* dialog);
+
+class EntryEdit : public QLineEdit {
+  Q_OBJECT
+ public:
+  explicit EntryEdit(QWidget* parent = nullptr, int maxLength = 32767);
+  std::string Text() const;  // UTF-8
+  void SetText(const std::string& text);
+};
+
+// Dates are typed m/d/yyyy; an empty entry is "no date".
+class DateEdit : public EntryEdit {
+  Q_OBJECT
+ public:
+  explicit DateEdit(QWidget* parent = nullptr);
+  void SetDate(Date date);
+};
+
+// Amounts show as "#,###,##0.00" and are right-aligned; a readable amount is
+// shown in that form again when the entry is left.
+class CurrencyEdit : public EntryEdit {
+  Q_OBJECT
+ public:
+  explicit CurrencyEdit(QWidget* parent = nullptr);
+  void SetAmount(Money amount);
+
+ private:
+  void Reformat();
+};
+
+}  // namespace ira::widgets

@@ -1,0 +1,90 @@
+// The batch run end to end: the real executable on scenario files, its
+// output compared byte for byte with the expected files beside this test.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+const std::string kProgram = std::string(TALLYRA_PROGRAM_DIR) + "/tallyra";
+const std::string kCases = TALLYRA_BATCH_CASES;  // the expected files
+const std::string kWork = TALLYRA_BATCH_WORK;    // generated scenarios and outputs
+
+std::string Quoted(const std::string& s) {
+  std::string q = "'";
+  for (char c : s) q += c == '\'' ? std::string("'\\''") : std::string(1, c);
+  return q + "'";
+}
+
+std::string ReadFile(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+}
+
+struct RunResult {
+  int status;
+  std::string err;
+};
+
+RunResult Tallyra(const std::string& args) {
+  // CTest runs the cases in parallel processes: one error file each.
+  const std::string errFile = kWork + "/stderr-" + std::to_string(::getpid()) + ".txt";
+  const int raw = std::system((Quoted(kProgram) + " " + args + " 2>" + Quoted(errFile)).c_str());
+  return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, ReadFile(errFile)};
+}
+
+TEST(BatchRun, ReportsMatchTheExpectedFiles) {
+  // Each scenario here is generated from the description of the same name.
+  struct Case {
+    const char* name;
+    std::string input;
+  } const cases[] = {
+      {"demo", std::string(TALLYRA_PROGRAM_DIR) + "/demo.ira"},
+      {"early-amortization", kWork + "/early-amortization.ira"},
+      {"deceased-owner", kWork + "/deceased-owner.ira"},
+      {"widow-spouse", kWork + "/widow-spouse.ira"},
+      {"first-year-1987-mdib", kWork + "/first-year-1987-mdib.ira"},
+      {"year-2001-both-rules", kWork + "/year-2001-both-rules.ira"},
+  };
+  for (const Case& c : cases) {
+    const std::string output = kWork + "/" + c.name + ".out.txt";
+    std::filesystem::remove(output);
+    const RunResult run = Tallyra("/SILENT /input " + Quoted(c.input) + " /output=" + Quoted(output));
+    EXPECT_EQ(run.status, 0) << c.name << ": " << run.err;
+    EXPECT_EQ(run.err, "") << c.name;
+    EXPECT_EQ(ReadFile(output), ReadFile(kCases + "/" + c.name + ".expected.txt")) << c.name;
+  }
+}
+
+TEST(BatchRun, FailuresGiveAMessageAndANonZeroStatus) {
+  const std::string output = kWork + "/failed.txt";
+  std::filesystem::remove(output);
+
+  RunResult run = Tallyra("/silent /input " + Quoted(kWork + "/missing") + " /output " + Quoted(output));
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.err.rfind("File not found: ", 0), 0u) << run.err;
+  EXPECT_NE(run.err.find("missing.ira"), std::string::npos) << run.err;
+  EXPECT_FALSE(std::filesystem::exists(output));
+
+  run = Tallyra("/silent /input " + Quoted(kWork + "/deceased-owner.ira") + " /output " +
+                Quoted(kWork + "/no-such-folder/out.txt"));
+  EXPECT_EQ(run.status, 3);
+  EXPECT_NE(run.err.find("no-such-folder/out.txt cannot be written"), std::string::npos) << run.err;
+
+  run = Tallyra("/silent /colour red");
+  EXPECT_EQ(run.status, 2);
+  EXPECT_EQ(run.err, "tallyra: Unknown argument: /colour\nTry 'tallyra --help'.\n");
+
+  run = Tallyra("/silent /input " + Quoted(kWork + "/deceased-owner.ira"));
+  EXPECT_EQ(run.status, 2);
+  EXPECT_EQ(run.err, "tallyra: the batch run needs /input SCENARIO and /output REPORT\n");
+}
+
+}  // namespace

@@ -1,0 +1,228 @@
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QToolBar>
+#include <deque>
+#include <filesystem>
+
+#include "app/desktop/frmError.h"
+#include "app/desktop/frmMain.h"
+#include "app/desktop/qt_sinks.h"
+#include "core/base/program.h"
+#include "core/scenario/file.h"
+#include "support/recording_sinks.h"
+#include "support/scenario_files.h"
+
+using namespace ira;
+using ira::desktop::frmMain;
+using ira::testing::RecordingScope;
+using ira::testing::TempFolder;
+
+namespace {
+
+constexpr const char* kAskReplace = "Current Inputs have not been Saved!Do you want to save them first?";
+constexpr const char* kAskExit = "Current Inputs have not been Saved!Do want to save your data?";
+
+class MainWindow : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    SetProgramFolder(program.Path());
+    config.file = program.File("tallyra.ini");
+    config.dataFolder = data.Path();
+    window = std::make_unique<frmMain>(config, data.Path(), 0);
+    window->ChooseFile = [this](bool save, const QString& folder) {
+      chooserCalls.push_back({save, folder.toStdString()});
+      if (chosen.empty()) return QString();
+      const std::string path = chosen.front();
+      chosen.pop_front();
+      return QString::fromStdString(path);
+    };
+    window->Quit = [this](int code) { quitCode = code; };
+  }
+  void TearDown() override {
+    window.reset();
+    SetProgramFolder(".");
+  }
+  void Edit() {
+    TheScenario().AddIra().IraName = FixedText("Rollover", kIraNameWidth);
+    window->SetModified();
+    window->Refresh();
+  }
+  std::vector<std::string> Texts() const {
+    std::vector<std::string> t;
+    for (const auto& m : rec.messages.messages) t.push_back(m.text);
+    return t;
+  }
+
+  RecordingScope rec;
+  TempFolder program;
+  TempFolder data;
+  settings::Settings config;
+  std::unique_ptr<frmMain> window;
+  std::deque<std::string> chosen;
+  std::vector<std::pair<bool, std::string>> chooserCalls;
+  int quitCode = 0;
+};
+
+TEST_F(MainWindow, SavingANeverSavedScenarioAsksForAName) {
+  EXPECT_EQ(window->windowTitle().toStdString(), "UNTITLED IRA - QSW - Tallyra");
+  auto* projection = window->tlbMain->findChild<QAction*>("tlbProjection");
+  ASSERT_NE(projection, nullptr);
+  EXPECT_FALSE(projection->isEnabled());  // nothing to project yet
+  Edit();
+  EXPECT_TRUE(projection->isEnabled());
+
+  chosen.push_back(data.File("plan"));
+  window->tlbMain_ButtonClick("Save");
+  ASSERT_EQ(chooserCalls.size(), 1u);
+  EXPECT_TRUE(chooserCalls[0].first);
+  EXPECT_EQ(chooserCalls[0].second, data.Path());
+  EXPECT_TRUE(std::filesystem::exists(data.File("plan.ira")));  // the default extension
+  EXPECT_EQ(window->windowTitle().toStdString(), data.File("plan.ira") + " - QSW - Tallyra");
+  EXPECT_FALSE(window->Modified());
+  EXPECT_EQ(settings::GetProfileString(config.file, "Data Files", "Data File Path", ""), data.Path());
+
+  // Saved once, Save writes the same file without asking.
+  Edit();
+  window->tlbMain_ButtonClick("Save");
+  EXPECT_EQ(chooserCalls.size(), 1u);
+  EXPECT_FALSE(window->Modified());
+  EXPECT_TRUE(rec.messages.messages.empty());
+}
+
+TEST_F(MainWindow, UnsavedDataIsOfferedBeforeItIsReplaced) {
+  Edit();
+  rec.messages.answers = {MsgAnswer::No};
+  EXPECT_TRUE(window->FileNew());
+  EXPECT_EQ(Texts(), std::vector<std::string>{kAskReplace});
+  EXPECT_EQ(rec.messages.Last().title, "Unsaved Data Exists!");
+  EXPECT_EQ(TheScenario().Gen.IraCount, 0);
+  EXPECT_EQ(window->CurrentFile(), "UNTITLED.IRA");
+  EXPECT_TRUE(chooserCalls.empty());
+
+  // Yes saves first; backing out of the file dialog keeps everything.
+  Edit();
+  rec.messages.answers = {MsgAnswer::Yes};
+  EXPECT_FALSE(window->FileNew());
+  EXPECT_EQ(TheScenario().Gen.IraCount, 1);
+  EXPECT_TRUE(window->Modified());
+
+  // Open: the same question, then the chosen file replaces the scenario.
+  Scenario other;
+  other.AddIra();
+  other.AddIra();
+  file::SaveFile(data.File("other.ira"), other);
+  rec.messages.answers = {MsgAnswer::Yes};
+  chosen = {data.File("first.ira"), data.File("other.ira")};
+  EXPECT_TRUE(window->FileOpen());
+  EXPECT_TRUE(std::filesystem::exists(data.File("first.ira")));
+  EXPECT_EQ(TheScenario().Gen.IraCount, 2);
+  EXPECT_EQ(window->CurrentFile(), data.File("other.ira"));
+  EXPECT_FALSE(window->Modified());
+}
+
+TEST_F(MainWindow, ClosingAsksThenKeepsTheSessionInDebugIra) {
+  Edit();
+  rec.messages.answers = {MsgAnswer::No};
+  window->tlbMain_ButtonClick("Exit");
+  EXPECT_EQ(Texts(), std::vector<std::string>{kAskExit});
+  EXPECT_EQ(window->DebugFile(), program.File("DEBUG.IRA"));
+  Scenario back;
+  ASSERT_TRUE(file::OpenFile(program.File("DEBUG.IRA"), back));
+  EXPECT_EQ(back.Gen.IraCount, 1);
+}
+
+TEST_F(MainWindow, SaveAsRefusesTheReservedName) {
+  chosen.push_back(program.File("debug.ira"));
+  EXPECT_FALSE(window->FileSaveAs());
+  EXPECT_EQ(rec.messages.Last().title, "Reserved File Name");
+  EXPECT_FALSE(std::filesystem::exists(program.File("debug.ira")));
+  EXPECT_EQ(window->CurrentFile(), "UNTITLED.IRA");
+}
+
+TEST_F(MainWindow, UnknownToolbarKeyOnlyWarns) {
+  Edit();
+  window->tlbMain_ButtonClick("Frobnicate");
+  ASSERT_EQ(rec.messages.messages.size(), 1u);
+  EXPECT_EQ(rec.messages.Last().title, "WARNING");
+  EXPECT_EQ(TheScenario().Gen.IraCount, 1);
+  // Every button of the toolbar carries a key the window knows.
+  for (QAction* a : window->tlbMain->actions()) {
+    if (a->isSeparator()) continue;
+    EXPECT_TRUE(shell::CommandForKey(a->data().toString().toStdString()).has_value()) << a->text().toStdString();
+  }
+}
+
+TEST_F(MainWindow, DisplayRunsTheChosenReportsIntoTheViewer) {
+  struct Viewer : reports::ReportViewer {
+    int shown = 0;
+    void ShowText(const std::string&, const std::string&) override { ++shown; }
+    void ShowGrid(const reports::GridReport&) override { ++shown; }
+    void ShowProjectionHelp() override {}
+  } viewer;
+  int asked = 0;
+  window->ChooseReports = [&](reports::ReportMode mode) {
+    EXPECT_EQ(mode, reports::ReportMode::View);
+    return ++asked, reports::kRptGenInfo | reports::kRptInputs;
+  };
+  window->tlbMain_ButtonClick("Display");  // no report windows installed
+  EXPECT_EQ(asked, 0);
+  EXPECT_EQ(rec.messages.Last().title, "Please Note!");
+
+  window->ReportTargetFor = [&](reports::ReportMode) { return reports::ReportTarget{&viewer, nullptr, {}}; };
+  window->tlbMain_ButtonClick("Display");
+  EXPECT_EQ(asked, 1);
+  EXPECT_EQ(viewer.shown, 2);
+}
+
+TEST_F(MainWindow, ReportFontIsRecommendedCheckedAndKept) {
+  window->ChooseFont = [](const QFont&) {
+    QFont f;
+    f.setFamily(QString());
+    f.setPointSizeF(4);
+    return std::optional<QFont>(f);
+  };
+  window->GetFonts();
+  ASSERT_EQ(rec.messages.messages.size(), 1u);
+  EXPECT_EQ(rec.messages.Last().title, "WARNING!");
+  EXPECT_EQ(rec.messages.Last().text,
+            "We strongly recommend the use of either the COURIER NEW or the COURIER font. Other fonts might not "
+            "align properly, or may cause an error 380.");
+  EXPECT_EQ(window->Settings().font.name, "Courier New");
+  EXPECT_EQ(reports::ReportFont().size, 10.0f);
+  EXPECT_EQ(settings::GetProfileString(config.file, "User Preferences", "Font Size", ""), "10");
+}
+
+TEST_F(MainWindow, MissingManualIsReported) {
+  bool opened = false;
+  window->OpenDocument = [&](const QString&) { return opened = true; };
+  window->tlbMain_ButtonClick("Help");
+  EXPECT_FALSE(opened);
+  EXPECT_EQ(rec.messages.Last().title, "File not found");
+  EXPECT_EQ(rec.messages.Last().text, "File: " + program.File("manvesk.pdf") +
+                                          " does not exist.Please verify the file is in the correct directory.");
+}
+
+TEST_F(MainWindow, UnexpectedErrorOffersToSaveThenEnds) {
+  int asked = 0;
+  desktop::QtErrorReport hiding(1, [&](bool save) { window->ShutDown(save); });
+  hiding.AskToSave = [&](int, std::string_view, std::string_view) { return ++asked, true; };
+  hiding.Report(kErrInvalidProperty, "Invalid property value", "frmMain");
+  EXPECT_EQ(asked, 0);  // 380 hidden by the settings
+  EXPECT_EQ(quitCode, 0);
+
+  Edit();
+  chosen.push_back(data.File("rescued.ira"));
+  hiding.Report(kErrOverflow, "Overflow", "CalcIraDist()");
+  EXPECT_EQ(asked, 1);
+  EXPECT_TRUE(std::filesystem::exists(data.File("rescued.ira")));
+  EXPECT_TRUE(std::filesystem::exists(program.File("DEBUG.IRA")));
+  EXPECT_EQ(quitCode, 1);
+  EXPECT_TRUE(Texts().empty());  // no second question on the way out
+
+  EXPECT_EQ(desktop::ErrorFormText(6, "Overflow", "CalcIraDist()").toStdString(),
+            "An error has occurred in the QSW - Tallyra program, CalcIraDist().\n\n"
+            "Error Number:   6\nError Type:        Overflow\nLocation:           CalcIraDist()");
+}
+
+}  // namespace
