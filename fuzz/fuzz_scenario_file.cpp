@@ -2,8 +2,8 @@
 // the older "NOTVB3" layouts and the family without a signature. A file is
 // either refused with a notice or loaded whole; a loaded scenario keeps its
 // IRA count and list in step, saves and reloads to the same bytes, and a
-// current-layout file saves back byte for byte. The engine then computes
-// every IRA of it, as a batch run would.
+// current-layout file saves back byte for byte. Then every report is
+// written from it, as a batch run would.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -15,7 +15,8 @@
 
 #include "core/base/errors.h"
 #include "core/base/program.h"
-#include "core/engine/rep_calc.h"
+#include "core/reports/display_master.h"
+#include "core/reports/report_sink.h"
 #include "core/scenario/file.h"
 #include "core/scenario/records.h"
 #include "core/scenario/scenario.h"
@@ -89,12 +90,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Check(diff.first == saved.end(), "a current file saves back byte for byte");
   }
 
-  // The engine throws ira::Error (an overflow, a division by zero) up to the
-  // report that asked, which reports it: that is an outcome, not a fault.
-  rep_calc::IraDistResults results;
-  for (const IraRecord& ira : s.Ira) {
+  // Every report, as the batch run writes them. The engine throws ira::Error
+  // (an overflow, a division by zero) up to the report, which reports it:
+  // that is an outcome, not a fault; any other exception escapes and is one.
+  TheScenario() = s;
+  for (const reports::ReportEntry& entry : reports::Reports()) {
+    if (!entry.routine || (entry.flag == reports::kRptProjection && !reports::ProjectionModeOn())) continue;
+    reports::TextSink sink(reports::ReportMode::File);
     try {
-      rep_calc::CalcIraDist(s.Gen, ira, results, s.Gen.PercentOver);
+      entry.routine(sink);
     } catch (const Error&) {
     }
   }

@@ -10,11 +10,14 @@ set -euo pipefail
 here=$(cd "$(dirname "$0")/.." && pwd)
 seconds=${1:-25}
 build=$here/build-fuzz
-cxx=$(command -v clang++-14 || command -v clang++ || true)
-if [[ -z $cxx ]]; then
-  echo "fuzz.sh: clang++ is needed (apt-get install clang-14 libclang-rt-14-dev)" >&2
-  exit 1
+bash "$here/scripts/deps.sh"
+if ! dpkg-query -W -f='${Status}' libclang-rt-14-dev 2>/dev/null | grep -q "install ok installed"; then
+  echo "Installing: clang-14 libclang-rt-14-dev"
+  export DEBIAN_FRONTEND=noninteractive
+  apt-get update -qq
+  apt-get install -y -qq clang-14 libclang-rt-14-dev
 fi
+cxx=$(command -v clang++-14)
 cmake -S "$here/fuzz" -B "$build" -G Ninja -DCMAKE_CXX_COMPILER="$cxx" >/dev/null
 cmake --build "$build" -j "$(nproc)"
 
