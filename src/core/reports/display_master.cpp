@@ -8,6 +8,7 @@
 #include "core/base/errors.h"
 #include "core/base/messages.h"
 #include "core/base/progress.h"
+#include "core/reports/cal_summ.h"
 #include "core/reports/dist_calc.h"
 #include "core/reports/gen_info.h"
 #include "core/reports/prnmastr.h"
@@ -23,7 +24,7 @@ ReportTable g_reports{{
     {kRptDistCalc, "Distribution Calculation", "Sending Distribution Calculations Report to printer/Print Manager",
      "DispCalcResults()", DispCalcResults},
     {kRptCalSumm, "Calendar Year Summary", "Sending Calendar Year Summary Report to printer/Print Manager",
-     "DisplayCalSumm()", {}},
+     "DisplayCalSumm()", DisplayCalSumm},
     {kRptProjection, "Projection of Distributions", "Sending Projection Report to printer/Print Manager",
      "DisplayProjRpt()", {}},
 }};
