@@ -12,6 +12,7 @@
 #include "core/reports/dist_calc.h"
 #include "core/reports/gen_info.h"
 #include "core/reports/prnmastr.h"
+#include "core/reports/proj_rpt.h"
 #include "core/scenario/scenario.h"
 
 namespace ira::reports {
@@ -26,7 +27,7 @@ ReportTable g_reports{{
     {kRptCalSumm, "Calendar Year Summary", "Sending Calendar Year Summary Report to printer/Print Manager",
      "DisplayCalSumm()", DisplayCalSumm},
     {kRptProjection, "Projection of Distributions", "Sending Projection Report to printer/Print Manager",
-     "DisplayProjRpt()", {}},
+     "DisplayProjRpt()", DisplayProjRpt},
 }};
 
 [[noreturn]] void ThrowFileError(const std::string& path, const char* what) {

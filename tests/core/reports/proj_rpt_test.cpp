@@ -1,0 +1,333 @@
+#include "core/reports/proj_rpt.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "core/base/checked.h"
+#include "core/base/program.h"
+#include "core/reports/prnmastr.h"
+#include "core/tables/tables.h"
+#include "report_test_util.h"
+#include "support/fake_print_device.h"
+#include "support/recording_sinks.h"
+
+namespace ira::reports {
+namespace {
+
+using namespace ira::reports::test;
+
+// The amounts: each year's required amount is the balance over the table
+// figure for the owner's age, to the cent; income the balance times the rate.
+// The projection tests of the engine pin the same years.
+
+// 2050 and 2051 for an owner born 1/1/1975 (Uniform 22.9 and 22.0), rate 0:
+// 10,000,000.00 / 22.9 = 436,681.22; 9,563,318.78 / 22.0 = 434,696.31, above
+// the 2051 limit of 160,000.00 by 274,696.31, taxed 41,204.4481.
+const std::vector<std::string> kExcessYears = {
+    "",
+    "Income not calculated for 2050",
+    "                           Year:           2050           2051 ",
+    "                     Age(Owner):             75             76 ",
+    "                    Description: ",
+    "--------------------------------  -------------  ------------- ",
+    "",
+    "Big IRA",
+    "Beg. Balance                      10,000,000.00   9,563,318.78 ",
+    "Annual Income                              0.00           0.00 ",
+    "Distributions                        436,681.22     434,696.31 ",
+    "Ending Balance                     9,563,318.78   9,128,622.47 ",
+    "",
+    "Total Distributions for year         436,681.22     434,696.31*",
+    "Excess Distribution Limit           Not Limited     160,000.00 ",
+    "Excess Distribution                        0.00     274,696.31 ",
+    "Excess Distribution Tax Rate                15.            15. ",
+    "Excess Distribution Tax                    0.00      41,204.45 ",
+    "Combined Ending Balance            9,563,318.78   9,128,622.47 ",
+    "                                  =============  ============= ",
+    "",
+    "* Possible Penalty for Excess Distributions.",
+};
+
+// Owner born 7/1/1933, so 2005 is the second DCY: (100,000 - 2,000) / 25.6 =
+// 3,828.12, shown net of the 500 already taken; the ending balance is taken
+// from the balance before the first-year amount, the next year's beginning
+// balance after it. The spouse of 3 has no table figure. The engine counts
+// that account in the year it is found unsupported (its -100 and its balance).
+const std::vector<std::string> kUnsupportedAccount = {
+    "",
+    "Income not calculated for 2005",
+    "                           Year:           2005           2006 ",
+    "                     Age(Owner):             72             73 ",
+    "                    Description: ",
+    "--------------------------------  -------------  ------------- ",
+    "",
+    "Main IRA",
+    "Beg. Balance                         100,000.00      94,171.88 ",
+    "Annual Income                              0.00       4,708.59 ",
+    "Distributions                          3,328.12       3,812.63 ",
+    "Ending Balance                        96,171.88      95,067.84 ",
+    "",
+    "Spouse IRA",
+    "Beg. Balance                          No Data**      No Data** ",
+    "Annual Income                         No Data**      No Data** ",
+    "Distributions                         No Data**      No Data** ",
+    "Ending Balance                        No Data**      No Data** ",
+    "",
+    "Total Distributions for year           3,728.12       3,812.63 ",
+    "Excess Distribution Limit           Not Limited    Not Limited ",
+    "Excess Distribution                        0.00           0.00 ",
+    "Excess Distribution Tax Rate                15.            15. ",
+    "Excess Distribution Tax                    0.00           0.00 ",
+    "Combined Ending Balance              144,171.88      95,067.84 ",
+    "                                  =============  ============= ",
+    "",
+    "** Calculations can not be made for this account because either the Owner's or a Beneficiary's age ",
+    "   is not supported by this system's life expectancy tables. Totals do not include this account.",
+};
+
+// An early series by the minimum distribution method on the 2002 tables,
+// owner born 6/30/1950 (59 1/2 on 12/30/2009): joint (57, 47) 39.7 gives
+// 2,518.89 on 100,000; joint (58, 48) 38.7 gives 2,673.93 on 103,481.11;
+// income 6%. 2009 is no longer projected.
+const std::vector<std::string> kEarlySeries = {
+    "",
+    "Income calculated for 2007",
+    "                           Year:           2007           2008           2009 ",
+    "                     Age(Owner):             57             58             59 ",
+    "                    Description: ",
+    "--------------------------------  -------------  -------------  ------------- ",
+    "",
+    "Series IRA",
+    "Beg. Balance                         100,000.00     103,481.11      No Data** ",
+    "Annual Income                          6,000.00       6,208.87      No Data** ",
+    "Distributions                          2,518.89       2,673.93      No Data** ",
+    "Ending Balance                       103,481.11     107,016.05      No Data** ",
+    "",
+    "Total Distributions for year           2,518.89       2,673.93                ",
+    "Excess Distribution Limit           Not Limited    Not Limited                ",
+    "Excess Distribution                        0.00           0.00                ",
+    "Excess Distribution Tax Rate                15.            15.                ",
+    "Excess Distribution Tax                    0.00           0.00                ",
+    "Combined Ending Balance              103,481.11     107,016.05                ",
+    "                                  =============  =============  ============= ",
+    "",
+    "** Calculations will no longer be made for this account because the Owner is 59 and 1/2 and can make            "
+    "regular distributions.",
+};
+
+class ProjRptTest : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    SetProgramFolder(TALLYRA_PROGRAM_DIR);
+    tables::ReadTableVI();
+    tables::ReadTableV();
+  }
+  void SetUp() override { TheScenario().Reset(); }
+  void TearDown() override { TheScenario().Reset(); }
+
+  static GeneralInputs& Owner(Date birth, std::int16_t dcy, std::int16_t years, std::int16_t distType = kTrue) {
+    GeneralInputs& gen = TheScenario().Gen;
+    gen.OwnerBirthDate = birth;
+    gen.DCY = dcy;
+    gen.ProjectionYears = years;
+    gen.DistType = distType;
+    return gen;
+  }
+  static IraRecord& AddIra(const std::string& name, const char* benefit, float rate) {
+    IraRecord& ira = TheScenario().AddIra();
+    ira.IraName = FixedText(name, kIraNameWidth);
+    ira.Benefit = Money::FromString(benefit);
+    ira.RateOfReturn = rate;
+    return ira;
+  }
+
+  static void ExcessYears() {
+    Owner(D(1, 1, 1975), 2050, 2);
+    AddIra("Big IRA", "10000000", 0.0f);
+  }
+
+  // The lines of a report run in file mode.
+  static std::vector<std::string> FileLines() {
+    const std::string text = RunText(DisplayProjRpt, ReportMode::File);
+    std::vector<std::string> lines;
+    for (std::size_t at = 0, end; (end = text.find("\r\n", at)) != std::string::npos; at = end + 2)
+      lines.push_back(text.substr(at, end - at));
+    return lines;
+  }
+
+  ira::testing::RecordingScope rec;
+};
+
+TEST_F(ProjRptTest, PrintedTextByScenario) {
+  struct Row {
+    const char* name;
+    std::function<void()> setUp;
+    const std::vector<std::string>& expected;
+  } const rows[] = {
+      {"an excess distribution after 2050 is marked and footnoted", ExcessYears, kExcessYears},
+      {"an account the tables do not cover shows No Data** and its footnote",
+       [] {
+         Owner(D(7, 1, 1933), 2005, 2).SpouseBirthDate = D(1, 1, 2002);
+         IraRecord& a = AddIra("Main IRA", "100000", 5.0f);
+         a.FirstYearDist = Money::FromString("2000");
+         a.DistributedThisYear = Money::FromString("500");
+         AddIra("Spouse IRA", "50000", 5.0f).SpouseBen = kTrue;
+       },
+       kUnsupportedAccount},
+      {"an early series stops in the year the owner reaches 59 1/2",
+       [] {
+         GeneralInputs& gen = Owner(D(6, 30, 1950), 2007, 3, 0);
+         gen.IncomeCalc = kTrue;
+         AddIra("Series IRA", "100000", 6.0f).chkUse2002Table = kTrue;
+       },
+       kEarlySeries},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.name);
+    TheScenario().Reset();
+    row.setUp();
+    EXPECT_EQ(FileLines(), row.expected);
+  }
+  EXPECT_TRUE(rec.messages.messages.empty());
+}
+
+TEST_F(ProjRptTest, WindowCellsAndLabels) {
+  ExcessYears();
+  SetNames(TheScenario().Gen, "Ann Sample", "Excess years");
+  TextSink sink(ReportMode::View);
+  DisplayProjRpt(sink);
+  ASSERT_TRUE(sink.HasGrid());
+  const GridReport& grid = sink.Grid();
+  EXPECT_EQ(grid.caption, "Projection of Distributions Report");
+  EXPECT_EQ(grid.heading,
+            "Ann Sample\r\nExcess years\r\nProjection of distributions at 0% over Required Minimum Distribution");
+  EXPECT_EQ(grid.columnWidths, (std::vector<int>{33, 13, 13}));
+  EXPECT_EQ(grid.fixedRows, 2);
+  EXPECT_EQ(grid.fixedCols, 1);
+  const std::string sep = "----------------------";
+  const std::vector<std::vector<std::string>> cells = {
+      {"Year:", "2050", "2051"},
+      {"Age(Owner):", "75", "76"},
+      {"Big IRA", "", ""},
+      {"Beg. Balance", "10,000,000.00", "9,563,318.78"},
+      {"Annual Income", "0.00", "0.00"},
+      {"Distributions", "436,681.22", "434,696.31"},
+      {"Ending Balance", "9,563,318.78", "9,128,622.47"},
+      {sep, sep, sep},
+      {"Total Distributions for Year", "436,681.22", "434,696.31*"},
+      {"Excess Distribution Limit", "No Limit", "160,000.00"},
+      {"Excess Distribution", "0.00", "274,696.31"},
+      {"Excess Dist. Tax Rate", "15.", "15."},
+      {"Excess Distribution Tax", "0.00", "41,204.45"},
+      {sep, sep, sep},
+      {"Combined Ending Balance", "9,563,318.78", "9,128,622.47"},
+      {"", "=============", "============="},
+  };
+  EXPECT_EQ(grid.cells, cells);
+  struct Label {
+    const char* name;
+    const char* text;
+    bool visible;
+  } const labels[] = {
+      {"Label1", "Computations made using 2002 final regulations", true},
+      {"lblAADNote", "The distributions are net of any Amounts Already Distributed.", true},
+      {"lblIncomeCalc", "~ Income not calculated for 2050 ~", true},
+      {"lblNoData",
+       "** Calculations can not be made for this account because either the Owner's or a Beneficiary's age      is not "
+       "supported by this system's life expectancy tables. Totals do not include this account.",
+       false},
+      {"lblXSPenalty", "* Possible Penalty for Excess Distributions", true},
+  };
+  ASSERT_EQ(grid.labels.size(), std::size(labels));
+  for (std::size_t i = 0; i < grid.labels.size(); ++i) {
+    EXPECT_EQ(grid.labels[i].name, labels[i].name);
+    EXPECT_EQ(grid.labels[i].text, labels[i].text) << labels[i].name;
+    EXPECT_EQ(grid.labels[i].visible, labels[i].visible) << labels[i].name;
+  }
+}
+
+TEST_F(ProjRptTest, TitleByTypeOfDistribution) {
+  struct Row {
+    std::int16_t distType;
+    float percentOver;
+    const char* title;
+  } const rows[] = {
+      {kTrue, 10.5f, "Projection of distributions at 10.5% over Required Minimum Distribution"},
+      {0, 10.0f, "Projection of distributions"},
+  };
+  for (const Row& row : rows) {
+    TheScenario().Reset();
+    Owner(D(1, 1, 1940), 2015, 1, row.distType).PercentOver = row.percentOver;
+    TextSink sink(ReportMode::View);
+    DisplayProjRpt(sink);
+    EXPECT_EQ(sink.Grid().heading, "\r\n\r\n" + std::string(row.title));
+  }
+}
+
+TEST_F(ProjRptTest, YearsPrintInGroupsOfAtMostTen) {
+  // Born 7/1/1933; one account that lasts the whole projection.
+  for (int years : {3, 10, 11, 23}) {
+    SCOPED_TRACE(years);
+    TheScenario().Reset();
+    Owner(D(7, 1, 1933), 2005, static_cast<std::int16_t>(years));
+    AddIra("Main IRA", "100000", 5.0f);
+    std::vector<std::string> yearLines;
+    for (const std::string& line : FileLines())
+      if (line.rfind("                           Year: ", 0) == 0) yearLines.push_back(line);
+    ASSERT_EQ(yearLines.size(), static_cast<std::size_t>((years + 9) / 10));
+    for (std::size_t g = 0; g < yearLines.size(); ++g) {
+      const int first = 2005 + 10 * static_cast<int>(g);
+      const int columns = std::min(10, years - 10 * static_cast<int>(g));
+      EXPECT_EQ(yearLines[g].size(), 33u + 15u * static_cast<std::size_t>(columns));
+      EXPECT_EQ(yearLines[g].substr(33, 15), "          " + std::to_string(first) + " ");
+      EXPECT_EQ(yearLines[g].substr(yearLines[g].size() - 5), std::to_string(first + columns - 1) + " ");
+    }
+  }
+}
+
+TEST_F(ProjRptTest, YearsAfterTheLastProjectedOneAreEmpty) {
+  // Everything is taken out in the first year: the engine stops there.
+  Owner(D(7, 1, 1933), 2005, 4);
+  AddIra("Small IRA", "1000", 0.0f).DistributedThisYear = Money::FromString("1000");
+  const std::vector<std::string> lines = FileLines();
+  ASSERT_GT(lines.size(), 2u);
+  EXPECT_EQ(lines[2], "                           Year:           2005 ");
+  TextSink sink(ReportMode::View);
+  DisplayProjRpt(sink);
+  const GridReport& grid = sink.Grid();
+  EXPECT_EQ(grid.cells[0], (std::vector<std::string>{"Year:", "2005", "2006", "2007", "2008"}));
+  // 1,000 / 25.6 = 39.06, less than the 1,000 already taken: nothing more to distribute.
+  EXPECT_EQ(grid.cells[5], (std::vector<std::string>{"Distributions", "0.00", "", "", ""}));
+  EXPECT_EQ(grid.cells[6], (std::vector<std::string>{"Ending Balance", "0.00", "", "", ""}));
+}
+
+TEST_F(ProjRptTest, PageBreaksRepeatTheColumnHeadingsAboveWholeBlocks) {
+  Owner(D(7, 1, 1933), 2005, 2);
+  for (int i = 1; i <= 6; ++i) AddIra("IRA " + std::to_string(i), "1000", 0.0f);
+  ira::testing::FakePrintDevice device(50);  // footer from line 44
+  PrnManager2(device, kPrnReset, "", "", "");
+  PrintSink sink(device);
+  DisplayProjRpt(sink);
+  PrnManager2(device, kPrnEndDocument, "", "", "");
+  // Each account is announced as its 6 lines and the 4 heading lines: after the
+  // page heading (7) and the income line (2), three accounts reach line 39 and
+  // the fourth goes over; the totals (8 + 4) do the same after three more.
+  ASSERT_EQ(device.pages.size(), 3u);
+  const std::string yearLine = "                           Year:           2005           2006 ";
+  EXPECT_EQ(device.pages[0][4], "Projection of distributions at 0% over Required Minimum Distribution");
+  EXPECT_EQ(device.pages[0][7], "Income not calculated for 2005");
+  EXPECT_EQ(device.pages[0][8], yearLine);
+  EXPECT_EQ(device.pages[0][25], "IRA 3");
+  EXPECT_EQ(device.pages[0].size(), 30u + 5u + 1u);
+  for (std::size_t page : {1u, 2u}) {
+    EXPECT_EQ(device.pages[page][6], yearLine);
+    EXPECT_EQ(device.pages[page][10], "");
+  }
+  EXPECT_EQ(device.pages[1][11], "IRA 4");
+  EXPECT_EQ(device.pages[2][11].substr(0, 29), "Total Distributions for year ");
+  EXPECT_EQ(device.pages[2].back(), "Page 3");
+}
+
+}  // namespace
+}  // namespace ira::reports
