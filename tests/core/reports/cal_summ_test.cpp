@@ -8,6 +8,7 @@
 #include "core/base/program.h"
 #include "core/reports/prnmastr.h"
 #include "core/tables/tables.h"
+#include "grid_test_util.h"
 #include "report_test_util.h"
 #include "support/fake_print_device.h"
 #include "support/recording_sinks.h"
@@ -91,12 +92,12 @@ class CalSummTest : public ::testing::Test {
   }
 
   // DCY 2001: 1987 and 2001 amounts; a spouse of 1 has no table figure.
-  static void Year2001(std::int16_t distType) {
+  static void Year2001() {
     GeneralInputs& gen = TheScenario().Gen;
     gen.OwnerBirthDate = D(1, 1, 1930);
     gen.SpouseBirthDate = D(1, 1, 1999);
     gen.DCY = 2001;
-    gen.DistType = distType;
+    gen.DistType = kTrue;
     IraRecord& a = AddIra("Old IRA", "50000");
     a.FirstYearDist = Money::FromString("2000");
     a.DistributedThisYear = Money::FromString("4000");
@@ -124,7 +125,7 @@ TEST_F(CalSummTest, PrintedLayoutBySetOfRules) {
              {M + "Totals:                             1,314,567.50       33,880.61          567.50       33,313.11"},
              {kDoubleRule}, kFootnote})},
       {"2001: the 2002 section, then the 1987 one, each with its own totals and footnote",
-       [] { Year2001(kTrue); },
+       Year2001,
        Join({Section(k2002, kHead2Required), {oldLater, spouse, kBlank, kTotalsRule},
              {M + "Totals:                                48,000.00        1,897.23        4,000.00       -2,102.77"},
              {kDoubleRule}, kFootnote, Section(k1987, kHead2Required), {old1987, spouse, kBlank, kTotalsRule},
@@ -186,43 +187,34 @@ TEST_F(CalSummTest, WindowCellsAndLabels) {
       {"", "============", "============", "============", "============"},
   };
   EXPECT_EQ(grid.cells, cells);
-  ASSERT_EQ(grid.labels.size(), 2u);
-  EXPECT_EQ(grid.labels[0].name, "lblRegUsed");
-  EXPECT_EQ(grid.labels[0].text, "COMPUTED USING 2001 PROPOSED REGULATIONS");
-  EXPECT_EQ(grid.labels[1].name, "lblNoData");
-  EXPECT_TRUE(grid.labels[1].visible);
-  EXPECT_EQ(grid.labels[1].text,
-            "* Calculations can not be made for this account because either the Owner's or a Beneficiary's age is not "
-            "        supported by this system's life expectancy tables. Totals do not include this account.");
+  EXPECT_EQ(LabelLines(grid),
+            (std::vector<std::string>{
+                "lblRegUsed: COMPUTED USING 2001 PROPOSED REGULATIONS",
+                "lblNoData: * Calculations can not be made for this account because either the Owner's or a "
+                "Beneficiary's age is not         supported by this system's life expectancy tables. Totals do not "
+                "include this account.",
+            }));
 }
 
 TEST_F(CalSummTest, WindowOf2001FollowsTheTypeOfDistribution) {
-  // Born 3/1/1929, 72 in 2001: required, 100,000 / VI(72, 62) 24.4 = 4,098.36 under the
-  // 2001 rules; early, 100,000 / V(72) 14.6 = 6,849.32 under the 1987 rules.
-  struct Row {
-    const char* name;
-    std::int16_t distType;
-    const char* word;
-    const char* amount;
-    const char* rules;
-  } const rows[] = {
-      {"required", kTrue, "Required", "4,098.36", "COMPUTED USING 2001 PROPOSED REGULATIONS"},
-      {"early", 0, "Maximum", "6,849.32", "COMPUTED USING 1987 PROPOSED REGULATIONS"},
-  };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.name);
+  // Born 3/1/1929, 72 in 2001: required, 100,000 / VI(72, 62) 24.4 under the 2001
+  // rules; early, 100,000 / V(72) 14.6 under the 1987 rules.
+  for (const std::int16_t distType : {kTrue, kFalse}) {
+    const bool early = distType == kFalse;
     TheScenario().Reset();
     GeneralInputs& gen = TheScenario().Gen;
     gen.OwnerBirthDate = D(3, 1, 1929);
     gen.DCY = 2001;
-    gen.DistType = row.distType;
+    gen.DistType = distType;
     AddIra("Only IRA", "100000");
     TextSink sink(ReportMode::View);
     DisplayCalSumm(sink);
     const GridReport& grid = sink.Grid();
-    EXPECT_EQ(grid.cells[0][4], std::string("Net\r\n") + row.word + "\r\nDistribution");
-    EXPECT_EQ(grid.cells[1], (std::vector<std::string>{"Only IRA", "100,000.00", row.amount, "0.00", row.amount}));
-    EXPECT_EQ(grid.labels[0].text, row.rules);
+    const std::string amount = early ? "6,849.32" : "4,098.36";
+    EXPECT_EQ(grid.cells[0][4], early ? "Net\r\nMaximum\r\nDistribution" : "Net\r\nRequired\r\nDistribution");
+    EXPECT_EQ(grid.cells[1], (std::vector<std::string>{"Only IRA", "100,000.00", amount, "0.00", amount}));
+    EXPECT_EQ(LabelLines(grid)[0], early ? "lblRegUsed: COMPUTED USING 1987 PROPOSED REGULATIONS"
+                                         : "lblRegUsed: COMPUTED USING 2001 PROPOSED REGULATIONS");
     EXPECT_FALSE(grid.labels[1].visible);
   }
 }
