@@ -8,6 +8,9 @@
 #include "app/batch/batch_run.h"
 #include "app/batch/command_line.h"
 #include "core/base/program.h"
+#ifdef TALLYRA_HAS_DESKTOP
+#include "app/desktop/desktop.h"
+#endif
 
 int main(int argc, char** argv) {
   using namespace ira::app;
@@ -21,11 +24,15 @@ int main(int argc, char** argv) {
       std::cout << "Tallyra " << ira::VersionText() << "\n";
       return kExitOk;
     }
+    ira::SetProgramFolder(ExecutableFolder(argc > 0 ? argv[0] : nullptr));
+#ifdef TALLYRA_HAS_DESKTOP
+    // The desktop takes the arguments it knows (Qt's own among them).
+    if (!cl.silent) return ira::desktop::RunDesktop(argc, argv);
+#endif
     if (!cl.error.empty()) {
       std::cerr << "tallyra: " << cl.error << "\nTry 'tallyra --help'.\n";
       return kExitUsage;
     }
-    ira::SetProgramFolder(ExecutableFolder(argc > 0 ? argv[0] : nullptr));
     if (cl.silent) return RunBatch(cl, std::cerr);
     std::cerr << "tallyra: this build has no desktop program; run the batch job with /silent\n";
     return kExitUsage;

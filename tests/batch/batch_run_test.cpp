@@ -41,6 +41,7 @@ RunResult Tallyra(const std::string& args) {
 }
 
 TEST(BatchRun, ReportsMatchTheExpectedFiles) {
+  // Each scenario here is generated from the description of the same name.
   struct Case {
     const char* name;
     std::string input;
@@ -48,6 +49,9 @@ TEST(BatchRun, ReportsMatchTheExpectedFiles) {
       {"demo", std::string(TALLYRA_PROGRAM_DIR) + "/demo.ira"},
       {"early-amortization", kWork + "/early-amortization.ira"},
       {"deceased-owner", kWork + "/deceased-owner.ira"},
+      {"widow-spouse", kWork + "/widow-spouse.ira"},
+      {"first-year-1987-mdib", kWork + "/first-year-1987-mdib.ira"},
+      {"year-2001-both-rules", kWork + "/year-2001-both-rules.ira"},
   };
   for (const Case& c : cases) {
     const std::string output = kWork + "/" + c.name + ".out.txt";

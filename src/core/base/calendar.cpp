@@ -11,7 +11,7 @@ namespace ira {
 namespace {
 
 // Days from 1970-01-01 to y-m-d in the proleptic Gregorian calendar.
-long long DaysFromCivil(long long y, int m, int d) {
+constexpr long long DaysFromCivil(long long y, int m, int d) {
   y -= m <= 2;
   const long long era = (y >= 0 ? y : y - 399) / 400;
   const long long yoe = y - era * 400;
@@ -33,7 +33,9 @@ Ymd CivilFromDays(long long z) {
   return Ymd{static_cast<int>(y + (m <= 2)), m, d};
 }
 
-const long long kEpoch = DaysFromCivil(1899, 12, 30);
+// Fixed at compile time so that dates made while other globals are being
+// initialised are right.
+constexpr long long kEpoch = DaysFromCivil(1899, 12, 30);
 
 std::optional<Date> g_today;
 
