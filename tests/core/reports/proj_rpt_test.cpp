@@ -2,131 +2,17 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
 #include "core/base/checked.h"
-#include "core/base/program.h"
-#include "core/reports/prnmastr.h"
-#include "core/tables/tables.h"
 #include "grid_test_util.h"
 #include "report_test_util.h"
-#include "support/fake_print_device.h"
-#include "support/recording_sinks.h"
 
 namespace ira::reports {
 namespace {
 
 using namespace ira::reports::test;
 
-// The amounts: each year's required amount is the balance over the table
-// figure for the owner's age, to the cent; income the balance times the rate.
-// The projection tests of the engine pin the same years.
-
-// 2050 and 2051 for an owner born 1/1/1975 (Uniform 22.9 and 22.0), rate 0:
-// 10,000,000.00 / 22.9 = 436,681.22; 9,563,318.78 / 22.0 = 434,696.31, above
-// the 2051 limit of 160,000.00 by 274,696.31, taxed 41,204.4481.
-const std::vector<std::string> kExcessYears = {
-    "",
-    "Income not calculated for 2050",
-    "                           Year:           2050           2051 ",
-    "                     Age(Owner):             75             76 ",
-    "                    Description: ",
-    "--------------------------------  -------------  ------------- ",
-    "",
-    "Big IRA",
-    "Beg. Balance                      10,000,000.00   9,563,318.78 ",
-    "Annual Income                              0.00           0.00 ",
-    "Distributions                        436,681.22     434,696.31 ",
-    "Ending Balance                     9,563,318.78   9,128,622.47 ",
-    "",
-    "Total Distributions for year         436,681.22     434,696.31*",
-    "Excess Distribution Limit           Not Limited     160,000.00 ",
-    "Excess Distribution                        0.00     274,696.31 ",
-    "Excess Distribution Tax Rate                15.            15. ",
-    "Excess Distribution Tax                    0.00      41,204.45 ",
-    "Combined Ending Balance            9,563,318.78   9,128,622.47 ",
-    "                                  =============  ============= ",
-    "",
-    "* Possible Penalty for Excess Distributions.",
-};
-
-// Owner born 7/1/1933, so 2005 is the second DCY: (100,000 - 2,000) / 25.6 =
-// 3,828.12, shown net of the 500 already taken; the ending balance is taken
-// from the balance before the first-year amount, the next year's beginning
-// balance after it. The spouse of 3 has no table figure. The engine counts
-// that account in the year it is found unsupported (its -100 and its balance).
-const std::vector<std::string> kUnsupportedAccount = {
-    "",
-    "Income not calculated for 2005",
-    "                           Year:           2005           2006 ",
-    "                     Age(Owner):             72             73 ",
-    "                    Description: ",
-    "--------------------------------  -------------  ------------- ",
-    "",
-    "Main IRA",
-    "Beg. Balance                         100,000.00      94,171.88 ",
-    "Annual Income                              0.00       4,708.59 ",
-    "Distributions                          3,328.12       3,812.63 ",
-    "Ending Balance                        96,171.88      95,067.84 ",
-    "",
-    "Spouse IRA",
-    "Beg. Balance                          No Data**      No Data** ",
-    "Annual Income                         No Data**      No Data** ",
-    "Distributions                         No Data**      No Data** ",
-    "Ending Balance                        No Data**      No Data** ",
-    "",
-    "Total Distributions for year           3,728.12       3,812.63 ",
-    "Excess Distribution Limit           Not Limited    Not Limited ",
-    "Excess Distribution                        0.00           0.00 ",
-    "Excess Distribution Tax Rate                15.            15. ",
-    "Excess Distribution Tax                    0.00           0.00 ",
-    "Combined Ending Balance              144,171.88      95,067.84 ",
-    "                                  =============  ============= ",
-    "",
-    "** Calculations can not be made for this account because either the Owner's or a Beneficiary's age ",
-    "   is not supported by this system's life expectancy tables. Totals do not include this account.",
-};
-
-// An early series by the minimum distribution method on the 2002 tables,
-// owner born 6/30/1950 (59 1/2 on 12/30/2009): joint (57, 47) 39.7 gives
-// 2,518.89 on 100,000; joint (58, 48) 38.7 gives 2,673.93 on 103,481.11;
-// income 6%. 2009 is no longer projected.
-const std::vector<std::string> kEarlySeries = {
-    "",
-    "Income calculated for 2007",
-    "                           Year:           2007           2008           2009 ",
-    "                     Age(Owner):             57             58             59 ",
-    "                    Description: ",
-    "--------------------------------  -------------  -------------  ------------- ",
-    "",
-    "Series IRA",
-    "Beg. Balance                         100,000.00     103,481.11      No Data** ",
-    "Annual Income                          6,000.00       6,208.87      No Data** ",
-    "Distributions                          2,518.89       2,673.93      No Data** ",
-    "Ending Balance                       103,481.11     107,016.05      No Data** ",
-    "",
-    "Total Distributions for year           2,518.89       2,673.93                ",
-    "Excess Distribution Limit           Not Limited    Not Limited                ",
-    "Excess Distribution                        0.00           0.00                ",
-    "Excess Distribution Tax Rate                15.            15.                ",
-    "Excess Distribution Tax                    0.00           0.00                ",
-    "Combined Ending Balance              103,481.11     107,016.05                ",
-    "                                  =============  =============  ============= ",
-    "",
-    "** Calculations will no longer be made for this account because the Owner is 59 and 1/2 and can make            "
-    "regular distributions.",
-};
-
-class ProjRptTest : public ::testing::Test {
+class ProjRptTest : public GridReportTest {
  protected:
-  static void SetUpTestSuite() {
-    SetProgramFolder(TALLYRA_PROGRAM_DIR);
-    tables::ReadTableVI();
-    tables::ReadTableV();
-  }
-  void SetUp() override { TheScenario().Reset(); }
-  void TearDown() override { TheScenario().Reset(); }
-
   static GeneralInputs& Owner(Date birth, std::int16_t dcy, std::int16_t years, std::int16_t distType = kTrue) {
     GeneralInputs& gen = TheScenario().Gen;
     gen.OwnerBirthDate = birth;
@@ -136,9 +22,7 @@ class ProjRptTest : public ::testing::Test {
     return gen;
   }
   static IraRecord& AddIra(const std::string& name, const char* benefit, float rate) {
-    IraRecord& ira = TheScenario().AddIra();
-    ira.IraName = FixedText(name, kIraNameWidth);
-    ira.Benefit = Money::FromString(benefit);
+    IraRecord& ira = GridReportTest::AddIra(name, benefit);
     ira.RateOfReturn = rate;
     return ira;
   }
@@ -156,48 +40,7 @@ class ProjRptTest : public ::testing::Test {
       lines.push_back(text.substr(at, end - at));
     return lines;
   }
-
-  ira::testing::RecordingScope rec;
 };
-
-TEST_F(ProjRptTest, PrintedTextByScenario) {
-  // The window's heading carries the title that heads every printed page.
-  const std::string required = "Projection of distributions at 0% over Required Minimum Distribution";
-  struct Row {
-    const char* name;
-    std::function<void()> setUp;
-    const std::vector<std::string>& expected;
-    std::string title;
-  } const rows[] = {
-      {"an excess distribution after 2050 is marked and footnoted", ExcessYears, kExcessYears, required},
-      {"an account the tables do not cover shows No Data** and its footnote",
-       [] {
-         Owner(D(7, 1, 1933), 2005, 2).SpouseBirthDate = D(1, 1, 2002);
-         IraRecord& a = AddIra("Main IRA", "100000", 5.0f);
-         a.FirstYearDist = Money::FromString("2000");
-         a.DistributedThisYear = Money::FromString("500");
-         AddIra("Spouse IRA", "50000", 5.0f).SpouseBen = kTrue;
-       },
-       kUnsupportedAccount, required},
-      {"an early series stops in the year the owner reaches 59 1/2",
-       [] {
-         GeneralInputs& gen = Owner(D(6, 30, 1950), 2007, 3, 0);
-         gen.IncomeCalc = kTrue;
-         AddIra("Series IRA", "100000", 6.0f).chkUse2002Table = kTrue;
-       },
-       kEarlySeries, "Projection of distributions"},
-  };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.name);
-    TheScenario().Reset();
-    row.setUp();
-    EXPECT_EQ(FileLines(), row.expected);
-    TextSink sink(ReportMode::View);
-    DisplayProjRpt(sink);
-    EXPECT_EQ(sink.Grid().heading, "\r\n\r\n" + row.title);
-  }
-  EXPECT_TRUE(rec.messages.messages.empty());
-}
 
 TEST_F(ProjRptTest, WindowCellsAndLabels) {
   ExcessYears();
@@ -244,6 +87,22 @@ TEST_F(ProjRptTest, WindowCellsAndLabels) {
             }));
 }
 
+TEST_F(ProjRptTest, EarlySeriesStopsAtFiftyNineAndAHalf) {
+  // Born 6/30/1950: 59 1/2 on 12/30/2009. Joint (57, 47) 39.7 on 100,000 gives 2,518.89.
+  Owner(D(6, 30, 1950), 2007, 3, kFalse).IncomeCalc = kTrue;
+  AddIra("Series IRA", "100000", 6.0f).chkUse2002Table = kTrue;
+  TextSink sink(ReportMode::View);
+  DisplayProjRpt(sink);
+  const GridReport& grid = sink.Grid();
+  EXPECT_EQ(grid.heading, "\r\n\r\nProjection of distributions");
+  EXPECT_EQ(grid.cells[5], (std::vector<std::string>{"Distributions", "2,518.89", "2,673.93", "No Data**"}));
+  EXPECT_EQ(grid.cells[8], (std::vector<std::string>{"Total Distributions for Year", "2,518.89", "2,673.93", ""}));
+  EXPECT_EQ(LabelLines(grid)[2], "lblIncomeCalc: ~ Income calculated for 2007 ~");
+  EXPECT_EQ(LabelLines(grid)[3],
+            "lblNoData: ** Calculations will no longer be made for this account because the Owner is 59 and 1/2 and "
+            "can make            regular distributions.");
+}
+
 TEST_F(ProjRptTest, YearsPrintInGroupsOfAtMostTen) {
   // Born 7/1/1933; one account that lasts the whole projection.
   for (int years : {3, 23}) {
@@ -285,10 +144,7 @@ TEST_F(ProjRptTest, PageBreaksRepeatTheColumnHeadingsAboveWholeBlocks) {
   Owner(D(7, 1, 1933), 2005, 2);
   for (int i = 1; i <= 6; ++i) AddIra("IRA " + std::to_string(i), "1000", 0.0f);
   ira::testing::FakePrintDevice device(50);  // footer from line 44
-  PrnManager2(device, kPrnReset, "", "", "");
-  PrintSink sink(device);
-  DisplayProjRpt(sink);
-  PrnManager2(device, kPrnEndDocument, "", "", "");
+  PrintDocument(DisplayProjRpt, device);
   // Each account is announced as its 6 lines and the 4 heading lines: after the
   // page heading (7) and the income line (2), three accounts reach line 39 and
   // the fourth goes over; the totals (8 + 4) do the same after three more.
