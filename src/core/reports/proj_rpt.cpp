@@ -57,8 +57,8 @@ Cell Amount(Money m) { return {FormatAmount(m), FormatAmount(m) + " "}; }
 Cell NoData() { return {"No Data**", "No Data** "}; }
 
 // The per-account rows and the yearly totals rows, in the order shown.
-enum AccountRow { kBegBalance, kIncome, kDistributions, kEndBalance, kAccountRows };
-enum TotalsRow { kTotalDist, kLimit, kExcess, kTaxRate, kTax, kCombined, kTotalsRows };
+enum AccountRow : std::size_t { kBegBalance, kIncome, kDistributions, kEndBalance, kAccountRows };
+enum TotalsRow : std::size_t { kTotalDist, kLimit, kExcess, kTaxRate, kTax, kCombined, kTotalsRows };
 
 constexpr std::array<const char*, kAccountRows> kAccountLabels = {"Beg. Balance", "Annual Income", "Distributions",
                                                                   "Ending Balance"};
@@ -199,16 +199,16 @@ void ShowWindow(ReportSink& sink, const GeneralInputs& gen, const Projection& p)
 
   for (const Account& account : p.accounts) {
     row(account.name).resize(years + 1);
-    for (int r = 0; r < kAccountRows; ++r) {
-      std::vector<std::string>& cells = row(kAccountLabels[static_cast<std::size_t>(r)]);
-      for (std::size_t y = 0; y < years; ++y) cells.push_back(account.years[y][static_cast<std::size_t>(r)].screen);
+    for (std::size_t r = 0; r < kAccountRows; ++r) {
+      std::vector<std::string>& cells = row(kAccountLabels[r]);
+      for (std::size_t y = 0; y < years; ++y) cells.push_back(account.years[y][r].screen);
     }
     separator();
   }
-  for (int r = 0; r < kTotalsRows; ++r) {
+  for (std::size_t r = 0; r < kTotalsRows; ++r) {
     if (r == kCombined) separator();
-    std::vector<std::string>& cells = row(kTotalsScreenLabels[static_cast<std::size_t>(r)]);
-    for (std::size_t y = 0; y < years; ++y) cells.push_back(p.totals[y][static_cast<std::size_t>(r)].screen);
+    std::vector<std::string>& cells = row(kTotalsScreenLabels[r]);
+    for (std::size_t y = 0; y < years; ++y) cells.push_back(p.totals[y][r].screen);
   }
   std::vector<std::string>& doubleRule = row("");
   doubleRule.resize(years + 1, "=============");
@@ -238,16 +238,16 @@ class PaperGroup {
     m_sink.Line(IncomeText(gen));
     for (const Account& account : m_p.accounts) {
       std::vector<std::string> lines = {"", account.name};
-      for (int r = 0; r < kAccountRows; ++r)
-        lines.push_back(Row(kAccountLabels[static_cast<std::size_t>(r)], [&account, r](std::size_t y) {
-          return account.years[y][static_cast<std::size_t>(r)].paper;
+      for (std::size_t r = 0; r < kAccountRows; ++r)
+        lines.push_back(Row(kAccountLabels[r], [&account, r](std::size_t y) {
+          return account.years[y][r].paper;
         }));
       TableBlock(lines);
     }
     std::vector<std::string> lines = {""};
-    for (int r = 0; r < kTotalsRows; ++r)
-      lines.push_back(Row(kTotalsPaperLabels[static_cast<std::size_t>(r)],
-                          [this, r](std::size_t y) { return m_p.totals[y][static_cast<std::size_t>(r)].paper; }));
+    for (std::size_t r = 0; r < kTotalsRows; ++r)
+      lines.push_back(Row(kTotalsPaperLabels[r],
+                          [this, r](std::size_t y) { return m_p.totals[y][r].paper; }));
     lines.push_back(Row("", [](std::size_t) { return std::string(" ============= "); }));
     TableBlock(lines);
     Footnotes();
@@ -267,7 +267,8 @@ class PaperGroup {
     m_sink.Line(Row(PadLeft("Age(Owner): ", kLabelWidth),
                     [this](std::size_t y) { return std::to_string(m_p.ownerAge[y]) + " "; }));
     m_sink.Line(PadLeft("Description: ", kLabelWidth));
-    m_sink.Line(Row(std::string(kLabelWidth - 1, '-') + " ", [](std::size_t) { return std::string(" ------------- "); }));
+    m_sink.Line(
+        Row(std::string(kLabelWidth - 1, '-') + " ", [](std::size_t) { return std::string(" ------------- "); }));
   }
 
   // A block of the table: announced with the column headings, which are
