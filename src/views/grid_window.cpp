@@ -33,7 +33,6 @@ class CornerTitle : public QObject {
     auto* corner = static_cast<QAbstractButton*>(watched);
     QStyleOptionHeader option;
     option.initFrom(corner);
-    option.state |= QStyle::State_Enabled;  // the corner is disabled only so it selects nothing
     option.rect = corner->rect();
     option.text = m_text;
     option.textAlignment = Qt::AlignLeft | Qt::AlignVCenter;
@@ -125,10 +124,7 @@ GridReportWindow::GridReportWindow(const char* objectName, const reports::GridRe
   }
   if (fixedCols > 0) {
     vsGrdDisplay->verticalHeader()->setFixedWidth(width(0));
-    if (auto* corner = vsGrdDisplay->findChild<QAbstractButton*>()) {
-      corner->setEnabled(false);  // it would select the whole grid
-      new CornerTitle(corner, HeaderText(grid, 0));
-    }
+    if (auto* corner = vsGrdDisplay->findChild<QAbstractButton*>()) new CornerTitle(corner, HeaderText(grid, 0));
   } else {
     vsGrdDisplay->verticalHeader()->hide();
   }

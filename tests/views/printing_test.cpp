@@ -1,8 +1,4 @@
-#include <QFile>
 #include <QPrinter>
-#include <QProcess>
-#include <QStandardPaths>
-#include <QStringList>
 #include <filesystem>
 
 #include "core/reports/display_master.h"
@@ -31,19 +27,6 @@ QStringList Words(const QString& page) {
 
 class Printing : public test::DemoScenarioTest {
  protected:
-  void SetUp() override {
-    DemoScenarioTest::SetUp();
-    pdftotext = QStandardPaths::findExecutable(QStringLiteral("pdftotext"));
-  }
-  // The PDF's pages as text.
-  QStringList PdfPages(const QString& path) const {
-    QProcess p;
-    p.start(pdftotext, {QStringLiteral("-layout"), path, QStringLiteral("-")});
-    EXPECT_TRUE(p.waitForFinished(60000));
-    QStringList pages = QString::fromUtf8(p.readAllStandardOutput()).split(QLatin1Char('\f'));
-    if (!pages.isEmpty() && pages.back().trimmed().isEmpty()) pages.removeLast();
-    return pages;
-  }
   // The lines a page of `linesPerPage` lines gets, page by page.
   static QStringList TextPages(int flags, int linesPerPage) {
     reports::TextPrintDevice device(linesPerPage);
@@ -57,12 +40,11 @@ class Printing : public test::DemoScenarioTest {
     return QtPrintDevice(printer).LinesPerPage();
   }
 
-  QString pdftotext;
   TempFolder folder;
 };
 
 TEST_F(Printing, PdfPagesHoldThePageManagersLinesAndNumbers) {
-  if (pdftotext.isEmpty()) GTEST_SKIP() << "pdftotext is not installed";
+  if (test::PdfToText().isEmpty()) GTEST_SKIP() << "pdftotext is not installed";
   const struct {
     const char* name;
     int flags;
@@ -84,7 +66,7 @@ TEST_F(Printing, PdfPagesHoldThePageManagersLinesAndNumbers) {
     const QString path = QString::fromStdString(folder.File(std::string(row.name) + ".pdf"));
     ASSERT_TRUE(SaveReportsAsPdf(row.flags, path));
 
-    const QStringList pdf = PdfPages(path);
+    const QStringList pdf = test::PdfPages(path);
     const QStringList expected = TextPages(row.flags, lines);
     ASSERT_EQ(pdf.size(), expected.size());
     for (qsizetype i = 0; i < pdf.size(); ++i) {

@@ -5,6 +5,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QProcess>
+#include <QStandardPaths>
+#include <QStringList>
+
 #include "core/base/program.h"
 #include "core/reports/prnmastr.h"
 #include "core/scenario/file.h"
@@ -32,5 +36,17 @@ class DemoScenarioTest : public ::testing::Test {
 
   ira::testing::RecordingScope rec;
 };
+
+// The pages of a PDF file as text in their printed layout, read back with
+// pdftotext; tests skip when it is not installed.
+inline QString PdfToText() { return QStandardPaths::findExecutable(QStringLiteral("pdftotext")); }
+inline QStringList PdfPages(const QString& path) {
+  QProcess p;
+  p.start(PdfToText(), {QStringLiteral("-layout"), path, QStringLiteral("-")});
+  EXPECT_TRUE(p.waitForFinished(60000));
+  QStringList pages = QString::fromUtf8(p.readAllStandardOutput()).split(QLatin1Char('\f'));
+  if (!pages.isEmpty() && pages.back().trimmed().isEmpty()) pages.removeLast();
+  return pages;
+}
 
 }  // namespace ira::views::test

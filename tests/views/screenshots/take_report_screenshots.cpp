@@ -1,6 +1,6 @@
 // Renders the report windows of the demonstration scenario to PNG files in the
-// folder given on the command line, and prints all reports into reports.pdf
-// there (with --pdf-only, only the PDF).
+// folder given on the command line; with --pdf, also prints all the reports
+// into reports.pdf there, to look at the printed pages.
 #include <QApplication>
 #include <QDir>
 #include <QPixmap>
@@ -50,7 +50,7 @@ bool SaveWindows(const QDir& dir) {
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
   if (argc < 2) {
-    std::cerr << "usage: report_screenshots FOLDER [--pdf-only]\n";
+    std::cerr << "usage: report_screenshots FOLDER [--pdf]\n";
     return 2;
   }
   QDir dir(QString::fromLocal8Bit(argv[1]));
@@ -60,7 +60,8 @@ int main(int argc, char** argv) {
   tables::ReadTableV();
   if (!file::OpenFile(ProgramFile("demo.ira"), TheScenario())) return 1;
 
-  bool ok = views::SaveReportsAsPdf(reports::kRptAll, dir.filePath(QStringLiteral("reports.pdf")));
-  if (argc < 3 || std::string(argv[2]) != "--pdf-only") ok &= SaveWindows(dir);
+  bool ok = SaveWindows(dir);
+  if (argc > 2 && std::string(argv[2]) == "--pdf")
+    ok &= views::SaveReportsAsPdf(reports::kRptAll, dir.filePath(QStringLiteral("reports.pdf")));
   return ok ? 0 : 1;
 }
