@@ -27,7 +27,7 @@ int main(int argc, char** argv) {
     ira::SetProgramFolder(ExecutableFolder(argc > 0 ? argv[0] : nullptr));
 #ifdef TALLYRA_HAS_DESKTOP
     // The desktop takes the arguments it knows (Qt's own among them).
-    if (!cl.silent) return ira::desktop::RunDesktop(argc, argv);
+    if (!cl.silent) return ira::desktop::RunDesktop(argc, argv, cl.input);
 #endif
     if (!cl.error.empty()) {
       std::cerr << "tallyra: " << cl.error << "\nTry 'tallyra --help'.\n";

@@ -52,6 +52,10 @@ TEST(BatchRun, ReportsMatchTheExpectedFiles) {
       {"widow-spouse", kWork + "/widow-spouse.ira"},
       {"first-year-1987-mdib", kWork + "/first-year-1987-mdib.ira"},
       {"year-2001-both-rules", kWork + "/year-2001-both-rules.ira"},
+      {"summary-2001-unsupported", kWork + "/summary-2001-unsupported.ira"},
+      {"projection-excess-2050", kWork + "/projection-excess-2050.ira"},
+      {"projection-unsupported-spouse", kWork + "/projection-unsupported-spouse.ira"},
+      {"early-series-59-half", kWork + "/early-series-59-half.ira"},
   };
   for (const Case& c : cases) {
     const std::string output = kWork + "/" + c.name + ".out.txt";

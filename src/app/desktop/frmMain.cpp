@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDir>
 #include <QDesktopServices>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -35,6 +36,7 @@
 #include "dialogs/dlgProjOptions.h"
 #include "dialogs/dlgRptChoices.h"
 #include "dialogs/rules/entries.h"
+#include "views/qt_report_viewer.h"
 
 namespace ira::desktop {
 namespace {
@@ -116,7 +118,22 @@ frmMain::frmMain(settings::Settings settings, std::string userFolder, long start
   OpenDocument = [](const QString& path) { return QDesktopServices::openUrl(QUrl::fromLocalFile(path)); };
   RunDialog = [this](shell::Command dialog) { return ShowInputDialog(dialog); };
   Quit = [](int code) { QCoreApplication::exit(code); };
-  ReportTargetFor = [](reports::ReportMode) { return reports::ReportTarget{}; };
+  m_reportWindows = std::make_unique<views::QtReportViewer>(this);
+  ReportTargetFor = [this](reports::ReportMode) { return reports::ReportTarget{m_reportWindows.get(), nullptr, {}}; };
+  PrintReports = [this](int flags, views::PrintOutput output) {
+    switch (output) {
+      case views::PrintOutput::Printer: views::PrintReports(flags, this); break;
+      case views::PrintOutput::Preview: views::PreviewReports(flags, this); break;
+      case views::PrintOutput::Pdf: PrintToPdf(flags); break;
+    }
+  };
+  ChoosePdfFile = [this](const QString& suggested) {
+    QFileDialog dialog(this, QStringLiteral("Save Reports as PDF"), suggested, QStringLiteral("PDF Files (*.pdf)"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(QStringLiteral("pdf"));
+    return dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty() ? dialog.selectedFiles().front()
+                                                                                     : QString();
+  };
   ChooseReports = [this](reports::ReportMode mode) {
     dialogs::dlgRptChoices choices(mode, this);
     return choices.exec() == QDialog::Accepted ? choices.Flags() : 0;
@@ -156,6 +173,10 @@ void frmMain::CreateActions() {
   mnuPrint = action(PaintedIcon(PaintPrinter), QStringLiteral("&Print Reports..."), shell::Command::Print,
                     QStringLiteral("Print reports"));
   mnuPrint->setShortcut(QKeySequence::Print);
+  mnuPreview = action(QIcon(), QStringLiteral("Print Pre&view..."), shell::Command::Preview,
+                      QStringLiteral("See the printed pages of reports on screen"));
+  mnuSavePdf = action(QIcon(), QStringLiteral("Save as P&DF..."), shell::Command::SavePdf,
+                      QStringLiteral("Print reports into a PDF file"));
   mnuDisplay = action(s->standardIcon(QStyle::SP_FileDialogContentsView), QStringLiteral("&Display Reports..."),
                       shell::Command::Display, QStringLiteral("Show reports on screen"));
   mnuGeneral = action(s->standardIcon(QStyle::SP_FileDialogInfoView), QStringLiteral("&General Inputs..."),
@@ -178,13 +199,13 @@ void frmMain::CreateActions() {
   QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
   file->addActions({mnuNew, mnuOpen, mnuSave, mnuSaveAs});
   file->addSeparator();
-  file->addAction(mnuPrint);
+  file->addActions({mnuPrint, mnuPreview, mnuSavePdf});
   file->addSeparator();
   file->addAction(mnuExit);
   QMenu* inputs = menuBar()->addMenu(QStringLiteral("&Inputs"));
   inputs->addActions({mnuGeneral, mnuIra, mnuProjection});
   QMenu* reports = menuBar()->addMenu(QStringLiteral("&Reports"));
-  reports->addActions({mnuDisplay, mnuPrint});
+  reports->addActions({mnuDisplay, mnuPrint, mnuPreview, mnuSavePdf});
   reports->addSeparator();
   reports->addAction(mnuFont);
   QMenu* help = menuBar()->addMenu(QStringLiteral("&Help"));
@@ -320,6 +341,8 @@ void frmMain::Run(shell::Command command) {
       case shell::Command::SaveAs: FileSaveAs(); break;
       case shell::Command::Print: RunReports(reports::ReportMode::Print); break;
       case shell::Command::Display: RunReports(reports::ReportMode::View); break;
+      case shell::Command::Preview: RunReports(reports::ReportMode::Print, views::PrintOutput::Preview); break;
+      case shell::Command::SavePdf: RunReports(reports::ReportMode::Print, views::PrintOutput::Pdf); break;
       case shell::Command::General:
       case shell::Command::Ira:
       case shell::Command::Projection:
@@ -380,11 +403,15 @@ bool frmMain::FileOpen() {
   if (!MaySetAside(false)) return false;
   const QString path = ChooseFile(false, Q(m_settings.dataFolder));
   if (path.isEmpty()) return false;
-  const bool opened = file::OpenFile(path.toStdString(), TheScenario());
+  return OpenScenario(path.toStdString());
+}
+
+bool frmMain::OpenScenario(const std::string& path) {
+  const bool opened = file::OpenFile(path, TheScenario());
   if (opened) {
     m_modified = false;
-    SetCurrentFile(path.toStdString());
-    RememberFolder(path.toStdString());
+    SetCurrentFile(path);
+    RememberFolder(path);
   }
   Refresh();
   return opened;
@@ -461,19 +488,21 @@ void frmMain::OpenManual() {
   }
 }
 
-void frmMain::RunReports(reports::ReportMode mode) {
-  const reports::ReportTarget target = ReportTargetFor(mode);
-  const bool ready = mode == reports::ReportMode::View ? target.viewer != nullptr : target.printer != nullptr;
-  if (!ready) {
-    ShowMessage("Please Note!",
-                mode == reports::ReportMode::View
-                    ? "Report windows are not available in this version of the program."
-                    : "Printing is not available in this version of the program.",
-                MsgIcon::Information);
-    return;
-  }
+void frmMain::RunReports(reports::ReportMode mode, views::PrintOutput output) {
   const int flags = ChooseReports(mode);
-  if (flags > 0) reports::DisplayMaster(mode, flags, target);
+  if (flags <= 0) return;
+  if (mode == reports::ReportMode::View)
+    reports::DisplayMaster(mode, flags, ReportTargetFor(mode));
+  else
+    PrintReports(flags, output);
+}
+
+void frmMain::PrintToPdf(int flags) {
+  const std::string base = m_currentFile == shell::kUntitledFileName
+                               ? std::string("Reports")
+                               : QFileInfo(Q(m_currentFile)).completeBaseName().toStdString();
+  const QString path = ChoosePdfFile(QDir(Q(m_settings.dataFolder)).filePath(Q(base + ".pdf")));
+  if (!path.isEmpty()) views::SaveReportsAsPdf(flags, path);
 }
 
 std::string frmMain::DebugFile() const {

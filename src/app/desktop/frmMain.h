@@ -6,12 +6,14 @@
 
 #include <QMainWindow>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 
 #include "app/shell/commands.h"
 #include "app/shell/settings.h"
 #include "core/reports/display_master.h"
+#include "views/report_printing.h"
 
 class QAction;
 class QLabel;
@@ -31,6 +33,8 @@ class frmMain : public QMainWindow {
   QAction* mnuSave;
   QAction* mnuSaveAs;
   QAction* mnuPrint;
+  QAction* mnuPreview;
+  QAction* mnuSavePdf;
   QAction* mnuDisplay;
   QAction* mnuGeneral;
   QAction* mnuIra;
@@ -50,6 +54,8 @@ class frmMain : public QMainWindow {
   bool FileOpen();
   bool FileSave();
   bool FileSaveAs();
+  // Opens the scenario file `path` (the file given on the command line).
+  bool OpenScenario(const std::string& path);
   void GetFonts();
   void OpenManual();
   // After an unexpected error: optionally save, then end the program.
@@ -71,9 +77,13 @@ class frmMain : public QMainWindow {
   std::function<bool(const QString& path)> OpenDocument;
   std::function<bool(shell::Command dialog)> RunDialog;  // General, Ira, Projection
   std::function<void(int code)> Quit;
-  // Where the reports of a mode go: the report windows for View, a printer
-  // for Print. A mode without its destination is not offered yet.
+  // Where the reports of a mode go: the report windows for View.
   std::function<reports::ReportTarget(reports::ReportMode)> ReportTargetFor;
+  // Prints the chosen reports (selection flags) on a printer, in a preview
+  // or into a PDF file.
+  std::function<void(int flags, views::PrintOutput output)> PrintReports;
+  // The PDF file to print into; empty when cancelled.
+  std::function<QString(const QString& suggested)> ChoosePdfFile;
   // The report choices; the selection flags, or 0 when cancelled.
   std::function<int(reports::ReportMode)> ChooseReports;
 
@@ -87,7 +97,8 @@ class frmMain : public QMainWindow {
   bool WriteScenario(const std::string& path);
   void RememberFolder(const std::string& path);
   void SetCurrentFile(const std::string& path);
-  void RunReports(reports::ReportMode mode);
+  void RunReports(reports::ReportMode mode, views::PrintOutput output = views::PrintOutput::Printer);
+  void PrintToPdf(int flags);
   bool ShowInputDialog(shell::Command dialog);
 
   settings::Settings m_settings;
@@ -96,6 +107,7 @@ class frmMain : public QMainWindow {
   std::string m_currentFile = shell::kUntitledFileName;
   bool m_modified = false;
   bool m_closing = false;
+  std::unique_ptr<reports::ReportViewer> m_reportWindows;
 
   QLabel* m_owner;
   QLabel* m_other;

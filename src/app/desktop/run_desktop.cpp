@@ -11,6 +11,7 @@
 #include "app/shell/settings.h"
 #include "core/base/program.h"
 #include "core/tables/tables.h"
+#include "views/report_font.h"
 
 namespace ira::desktop {
 namespace {
@@ -34,7 +35,7 @@ QPixmap StartupPicture() {
 
 }  // namespace
 
-int RunDesktop(int argc, char** argv) {
+int RunDesktop(int argc, char** argv, const std::string& inputFile) {
   QApplication app(argc, argv);
   QApplication::setApplicationName(QStringLiteral("Tallyra"));
   QApplication::setOrganizationName(QStringLiteral("Quillon"));
@@ -75,6 +76,8 @@ int RunDesktop(int argc, char** argv) {
 
   main.show();
   splash.finish(&main);
+  views::CheckSavedReportFont([&main] { main.GetFonts(); });
+  if (!inputFile.empty()) main.OpenScenario(QFileInfo(QString::fromStdString(inputFile)).absoluteFilePath().toStdString());
   const int code = QApplication::exec();
   SetProgressSink(nullptr);
   SetErrorReport(nullptr);

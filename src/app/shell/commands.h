@@ -10,7 +10,9 @@
 
 namespace ira::shell {
 
-enum class Command { New, Open, Save, SaveAs, Print, Display, General, Ira, Projection, Help, Exit, Font, About };
+enum class Command {
+  New, Open, Save, SaveAs, Print, Display, General, Ira, Projection, Help, Exit, Font, About, Preview, SavePdf
+};
 
 // The command a toolbar key names ("New", "Open", ..., "Exit"); nothing for
 // any other key.

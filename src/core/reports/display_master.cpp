@@ -8,9 +8,11 @@
 #include "core/base/errors.h"
 #include "core/base/messages.h"
 #include "core/base/progress.h"
+#include "core/reports/cal_summ.h"
 #include "core/reports/dist_calc.h"
 #include "core/reports/gen_info.h"
 #include "core/reports/prnmastr.h"
+#include "core/reports/proj_rpt.h"
 #include "core/scenario/scenario.h"
 
 namespace ira::reports {
@@ -23,9 +25,9 @@ ReportTable g_reports{{
     {kRptDistCalc, "Distribution Calculation", "Sending Distribution Calculations Report to printer/Print Manager",
      "DispCalcResults()", DispCalcResults},
     {kRptCalSumm, "Calendar Year Summary", "Sending Calendar Year Summary Report to printer/Print Manager",
-     "DisplayCalSumm()", {}},
+     "DisplayCalSumm()", DisplayCalSumm},
     {kRptProjection, "Projection of Distributions", "Sending Projection Report to printer/Print Manager",
-     "DisplayProjRpt()", {}},
+     "DisplayProjRpt()", DisplayProjRpt},
 }};
 
 [[noreturn]] void ThrowFileError(const std::string& path, const char* what) {

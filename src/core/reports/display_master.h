@@ -51,9 +51,8 @@ struct ReportEntry {
 using ReportTable = std::array<ReportEntry, kReportCount>;
 
 // The program's reports in list order. A report's routine is named in the
-// table in display_master.cpp (the Calendar Year Summary and Projection
-// entries stay empty, and are skipped, until their routines are named there);
-// SetReportRoutine replaces one at run time.
+// table in display_master.cpp (an empty entry is skipped); SetReportRoutine
+// replaces one at run time.
 const ReportTable& Reports();
 void SetReportRoutine(ReportFlag flag, ReportRoutine routine);
 

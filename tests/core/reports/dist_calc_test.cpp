@@ -3,37 +3,17 @@
 #include <gtest/gtest.h>
 
 #include "core/base/checked.h"
-#include "core/base/program.h"
-#include "core/reports/prnmastr.h"
-#include "core/tables/tables.h"
+#include "grid_test_util.h"
 #include "report_test_util.h"
-#include "support/fake_print_device.h"
-#include "support/recording_sinks.h"
 
 namespace ira::reports {
 namespace {
 
 using namespace ira::reports::test;
 
-class DispCalcResultsTest : public ::testing::Test {
+class DispCalcResultsTest : public GridReportTest {
  protected:
-  static void SetUpTestSuite() {
-    SetProgramFolder(TALLYRA_PROGRAM_DIR);
-    tables::ReadTableVI();
-    tables::ReadTableV();
-  }
-  void SetUp() override { TheScenario().Reset(); }
-  void TearDown() override { TheScenario().Reset(); }
-
-  IraRecord& AddIra(const char* name, const char* benefit) {
-    IraRecord& ira = TheScenario().AddIra();
-    ira.IraName = FixedText(name, kIraNameWidth);
-    ira.Benefit = Money::FromString(benefit);
-    return ira;
-  }
-
   GeneralInputs& gen = TheScenario().Gen;
-  ira::testing::RecordingScope rec;
 };
 
 TEST_F(DispCalcResultsTest, OnlyTheWindowHasTheHeading) {
@@ -58,10 +38,7 @@ TEST_F(DispCalcResultsTest, PrintedSectionsAreNotSplitAcrossPages) {
   gen.DistType = kTrue;
   AddIra("Old IRA", "50000");
   ira::testing::FakePrintDevice device(45);  // footer after line 39
-  PrnManager2(device, kPrnReset, "", "", "");
-  PrintSink sink(device);
-  DispCalcResults(sink);
-  PrnManager2(device, kPrnEndDocument, "", "", "");
+  PrintDocument([](ReportSink& sink) { DispCalcResults(sink); }, device);
   // The 1987 section (25 lines with the account's name) fills page 1; the
   // 2001 section (22 lines) would pass line 39 and opens page 2.
   ASSERT_EQ(device.pages.size(), 2u);

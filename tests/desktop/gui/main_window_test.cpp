@@ -165,10 +165,6 @@ TEST_F(MainWindow, DisplayRunsTheChosenReportsIntoTheViewer) {
     EXPECT_EQ(mode, reports::ReportMode::View);
     return ++asked, reports::kRptGenInfo | reports::kRptInputs;
   };
-  window->tlbMain_ButtonClick("Display");  // no report windows installed
-  EXPECT_EQ(asked, 0);
-  EXPECT_EQ(rec.messages.Last().title, "Please Note!");
-
   window->ReportTargetFor = [&](reports::ReportMode) { return reports::ReportTarget{&viewer, nullptr, {}}; };
   window->tlbMain_ButtonClick("Display");
   EXPECT_EQ(asked, 1);
@@ -223,6 +219,50 @@ TEST_F(MainWindow, UnexpectedErrorOffersToSaveThenEnds) {
   EXPECT_EQ(desktop::ErrorFormText(6, "Overflow", "CalcIraDist()").toStdString(),
             "An error has occurred in the QSW - Tallyra program, CalcIraDist().\n\n"
             "Error Number:   6\nError Type:        Overflow\nLocation:           CalcIraDist()");
+}
+
+TEST_F(MainWindow, PrintCommandsPrintTheChosenReportsWhereTheyAsk) {
+  const struct {
+    const char* name;
+    shell::Command command;
+    int chosen;
+    bool printed;
+    views::PrintOutput output;
+  } rows[] = {
+      {"Print on the printer", shell::Command::Print, reports::kRptInputs, true, views::PrintOutput::Printer},
+      {"Print Preview", shell::Command::Preview, reports::kRptAll, true, views::PrintOutput::Preview},
+      {"Save as PDF", shell::Command::SavePdf, reports::kRptGenInfo, true, views::PrintOutput::Pdf},
+      {"choices cancelled", shell::Command::Print, 0, false, views::PrintOutput::Printer},
+  };
+  for (const auto& row : rows) {
+    reports::ReportMode askedMode = reports::ReportMode::View;
+    window->ChooseReports = [&](reports::ReportMode mode) { return askedMode = mode, row.chosen; };
+    int printedFlags = -1;
+    views::PrintOutput printedOutput{};
+    window->PrintReports = [&](int flags, views::PrintOutput output) {
+      printedFlags = flags;
+      printedOutput = output;
+    };
+    window->Run(row.command);
+    EXPECT_EQ(askedMode, reports::ReportMode::Print) << row.name;
+    EXPECT_EQ(printedFlags, row.printed ? row.chosen : -1) << row.name;
+    if (row.printed) {
+      EXPECT_EQ(printedOutput, row.output) << row.name;
+    }
+  }
+}
+
+TEST_F(MainWindow, SaveAsPdfSuggestsTheScenariosNameAndWritesTheFile) {
+  window->ChooseReports = [](reports::ReportMode) { return reports::kRptGenInfo; };
+  QString suggested;
+  window->ChoosePdfFile = [&](const QString& s) {
+    suggested = s;
+    return QString::fromStdString(data.File("plan.pdf"));
+  };
+  window->Run(shell::Command::SavePdf);
+  EXPECT_EQ(suggested.toStdString(), data.File("Reports.pdf"));
+  EXPECT_EQ(ira::testing::ReadFileBytes(data.File("plan.pdf")).rfind("%PDF", 0), 0u);
+  EXPECT_TRUE(rec.messages.messages.empty());
 }
 
 }  // namespace

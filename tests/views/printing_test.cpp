@@ -1,0 +1,116 @@
+#include <QPrinter>
+#include <filesystem>
+
+#include "core/reports/display_master.h"
+#include "core/reports/text_print_device.h"
+#include "support/scenario_files.h"
+#include "views/qt_print_device.h"
+#include "views/report_printing.h"
+#include "views_test_util.h"
+
+using namespace ira;
+using namespace ira::views;
+using ira::testing::TempFolder;
+
+namespace {
+
+// A page's lines with their runs of blanks closed up, empty lines left out:
+// how the text comes back out of a PDF, whatever the column spacing.
+QStringList Words(const QString& page) {
+  QStringList lines;
+  for (const QString& line : page.split(QLatin1Char('\n'))) {
+    const QString s = line.simplified();
+    if (!s.isEmpty()) lines << s;
+  }
+  return lines;
+}
+
+class Printing : public test::DemoScenarioTest {
+ protected:
+  // The lines a page of `linesPerPage` lines gets, page by page.
+  static QStringList TextPages(int flags, int linesPerPage) {
+    reports::TextPrintDevice device(linesPerPage);
+    reports::PrintSelectedReports(flags, device);
+    return QString::fromStdString(device.Text()).split(QLatin1Char('\f'));
+  }
+  static int LinesPerPageFor(int flags) {
+    QPrinter printer(QPrinter::HighResolution);
+    PreparePrinter(printer, flags);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    return QtPrintDevice(printer).LinesPerPage();
+  }
+
+  TempFolder folder;
+};
+
+TEST_F(Printing, PdfPagesHoldThePageManagersLinesAndNumbers) {
+  if (test::PdfToText().isEmpty()) GTEST_SKIP() << "pdftotext is not installed";
+  const struct {
+    const char* name;
+    int flags;
+    float fontSize;
+  } rows[] = {
+      {"text reports upright", reports::kRptInputs | reports::kRptGenInfo | reports::kRptDistCalc, 10.0f},
+      {"all reports sideways", reports::kRptAll, 10.0f},
+      {"a large font: fewer lines, more pages", reports::kRptGenInfo | reports::kRptDistCalc, 16.0f},
+  };
+  int previousLines = 0;
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    reports::ReportFont().size = row.fontSize;
+    const int lines = LinesPerPageFor(row.flags);
+    if (previousLines != 0) {
+      EXPECT_LT(lines, previousLines);
+    }
+    previousLines = lines;
+    const QString path = QString::fromStdString(folder.File(std::string(row.name) + ".pdf"));
+    ASSERT_TRUE(SaveReportsAsPdf(row.flags, path));
+
+    const QStringList pdf = test::PdfPages(path);
+    const QStringList expected = TextPages(row.flags, lines);
+    ASSERT_EQ(pdf.size(), expected.size());
+    for (qsizetype i = 0; i < pdf.size(); ++i) {
+      const QStringList got = Words(pdf[i]);
+      EXPECT_EQ(got, Words(expected[i])) << "page " << i + 1;
+      ASSERT_FALSE(got.isEmpty());
+      EXPECT_EQ(got.back(), QStringLiteral("Page %1").arg(i + 1));
+    }
+  }
+  EXPECT_TRUE(rec.messages.messages.empty());
+}
+
+TEST_F(Printing, PrinterThatCannotStartStopsEachReportWithPrinterError) {
+  QPrinter printer(QPrinter::HighResolution);
+  printer.setOutputFormat(QPrinter::PdfFormat);
+  printer.setOutputFileName(QString::fromStdString(folder.File("missing/reports.pdf")));
+  EXPECT_EQ(PaintReports(printer, reports::kRptInputs | reports::kRptGenInfo), 0);
+  ASSERT_EQ(rec.messages.messages.size(), 2u);
+  for (const Message& m : rec.messages.messages) {
+    EXPECT_EQ(m.title, "PRINTER ERROR");
+    EXPECT_EQ(m.text.rfind("A Printer Error: the file ", 0), 0u) << m.text;
+    EXPECT_NE(m.text.find("missing/reports.pdf"), std::string::npos);
+    EXPECT_TRUE(m.text.ends_with(" has occured."));
+  }
+  // The next job starts from a fresh page count.
+  EXPECT_EQ(reports::PageLineCounter(), 0);
+}
+
+TEST_F(Printing, PdfFileIsReplacedOnlyByACompleteDocument) {
+  const std::string path = folder.File("reports.pdf");
+  ira::testing::WriteFileBytes(path, "earlier");
+  TheScenario().Gen.ProjectionYears = 0;  // the Projection report alone prints nothing
+  EXPECT_FALSE(SaveReportsAsPdf(reports::kRptProjection, QString::fromStdString(path)));
+  EXPECT_EQ(rec.messages.Last().title, "Please Note!");
+  EXPECT_EQ(ira::testing::ReadFileBytes(path), "earlier");
+
+  EXPECT_TRUE(SaveReportsAsPdf(reports::kRptGenInfo, QString::fromStdString(path)));
+  EXPECT_EQ(ira::testing::ReadFileBytes(path).rfind("%PDF", 0), 0u);
+  // No temporary file is left beside it.
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1);
+
+  EXPECT_FALSE(SaveReportsAsPdf(reports::kRptGenInfo, QString::fromStdString(folder.File("missing/reports.pdf"))));
+  EXPECT_EQ(rec.messages.Last().title, "WARNING");
+  EXPECT_NE(rec.messages.Last().text.find("missing/reports.pdf"), std::string::npos);
+}
+
+}  // namespace
