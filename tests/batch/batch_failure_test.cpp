@@ -66,6 +66,7 @@ std::string NotFound(const std::string& path) {
 const std::string kNo90CM =
     "WARNING: $/s-90cm.tbl could not be located. This is a critical file for this application. Try reinstalling "
     "the program before running the program again.\n";
+const std::string kNo90CMGrid = "Error 9 in Interpolate(): Subscript out of range\n";
 
 // An early distribution by the annuity method, which asks the 90CM table.
 std::string AnnuityScenarioFile(const std::string& folder) {
@@ -103,15 +104,15 @@ TEST(BatchFailures, MissingOrShortTablesAreReportedAndTheRunGoesOn) {
        kCases + "/early-amortization.ira",
        4,
        {NotFound("$/vi86.tbl"), NotFound("$/v86.tbl"),
-        "Error 11 in DispCalcResults(): Division by zero in AmortizationPayment()\n"}},
-      // Asked by the Inputs and the Distribution Calculations reports alike.
+        "Error 11 in DispCalcResults(): Division by zero in AmortizationPayment()\n",
+        "Error 11 in DisplayCalSumm(): Division by zero in AmortizationPayment()\n"}},
+      // Asked by the Inputs, Distribution Calculations and Calendar Year Summary reports.
       {"no 90CM file: a warning and the grid's error, each time the factor is asked",
        {"s-90cm.tbl"},
        {},
        annuity,
        4,
-       {kNo90CM, "Error 9 in Interpolate(): Subscript out of range\n", kNo90CM,
-        "Error 9 in Interpolate(): Subscript out of range\n"}},
+       {kNo90CM, kNo90CMGrid, kNo90CM, kNo90CMGrid, kNo90CM, kNo90CMGrid}},
       {"short 90CM file: its missing factors are 0", {}, {{"s-90cm.tbl", 4000}}, annuity, 0, {}},
       {"only the 2002 single table missing", {"v02.tbl"}, {}, kCases + "/deceased-owner.ira", 0, {NotFound("$/v02.tbl")}},
       {"short life tables are read as far as they go",
