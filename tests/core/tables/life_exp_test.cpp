@@ -47,8 +47,8 @@ TEST_F(LifeExp, LookupsGiveThePublishedValuesAndTheSentinelOutsideTheTables) {
 // Made-up joint files whose values tell which record was read.
 TEST(JointLookup, ReadsThe1986SquareInTheOrderGivenAndThe2002TableOlderLifeFirst) {
   ira::testing::TempProgramFolder folder({});
-  folder.Write("vi86.tbl", ira::testing::MadeUpJointFile(4));
-  folder.Write("vi02.tbl", ira::testing::MadeUpJointFile(8));
+  ira::testing::WriteFileBytes(folder.File("vi86.tbl"), ira::testing::MadeUpJointFile(4));
+  ira::testing::WriteFileBytes(folder.File("vi02.tbl"), ira::testing::MadeUpJointFile(8));
   tables::ClearTables();
   tables::ReadTableVI();
   EXPECT_EQ(GetJointLifeExp(70, 60, 0), 70060.0f);
