@@ -17,7 +17,7 @@ Date Born(int year, int month = 1, int day = 1) { return MakeDate(year, month, d
 
 class LifeExp : public ::testing::Test {
  protected:
-  void SetUp() override { ira::testing::LoadBuiltTables(); }
+  void SetUp() override { ira::testing::LoadInstalledTables(); }
 };
 
 TEST_F(LifeExp, LookupsGiveThePublishedValuesAndTheSentinelOutsideTheTables) {

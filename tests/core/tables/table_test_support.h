@@ -16,16 +16,10 @@
 
 #include "core/base/program.h"
 #include "core/tables/tables.h"
+#include "support/installed_tables.h"
 #include "support/scenario_files.h"
 
 namespace ira::testing {
-
-inline void LoadBuiltTables() {
-  SetProgramFolder(TALLYRA_PROGRAM_DIR);
-  tables::ClearTables();
-  tables::ReadTableVI();
-  tables::ReadTableV();
-}
 
 // Rows of a data file keyed by their leading fields ({"70"} or {"70", "60"}).
 inline std::map<std::vector<std::string>, std::string> ReadCsv(const std::string& name) {
