@@ -24,7 +24,7 @@ void LivingCouple(GeneralInputs& gen) {
 // The text reports' lines themselves are compared whole by the batch runs;
 // the window alone gets the heading and the caption.
 TEST_F(ReportTest, OnlyTheWindowHasTheHeading) {
-  SetNames(gen, "  Pat Young", "");
+  SetNames(gen, "  Pat Young", "Series review");
   gen.OwnerBirthDate = D(6, 30, 1950);
   gen.DCY = 2005;
   gen.EarlyMethod = kMethodAmortization;
@@ -34,9 +34,10 @@ TEST_F(ReportTest, OnlyTheWindowHasTheHeading) {
     const char* caption;
     std::vector<std::string> heading;
   } const rows[] = {
-      {DisplayInputs, "Input Report", {"  Pat Young", "  ", "  Inputs", "", ""}},
-      {DisplayGenInfo, "Owner/IRA Information", {"  Pat Young", "  ", "  General Information", "", ""}},
-      {DispCalcResults, "Distribution Calculations", {"  ", "  Pat Young", "  ", "  Distribution Calculations", "  "}},
+      {DisplayInputs, "Input Report", {"  Pat Young", "  Series review", "  Inputs", "", ""}},
+      {DisplayGenInfo, "Owner/IRA Information", {"  Pat Young", "  Series review", "  General Information", "", ""}},
+      {DispCalcResults, "Distribution Calculations",
+       {"  ", "  Pat Young", "  Series review", "  Distribution Calculations", "  "}},
   };
   for (const Row& r : rows) {
     std::string heading, caption;
