@@ -95,7 +95,7 @@ dlgProjOptions::dlgProjOptions(GeneralInputs& gen, QWidget* parent)
     projopts::ReductionCheck(text);
     if (text != CStxtReduction->Text()) CStxtReduction->SetText(text);
   });
-  connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { ShowHint(now); });
+  m_hints = connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { ShowHint(now); });
   widgets::InstallEnterMovesFocus(this);
 
   adjustSize();
@@ -103,6 +103,10 @@ dlgProjOptions::dlgProjOptions(GeneralInputs& gen, QWidget* parent)
     move(screen->availableGeometry().center() - rect().center());
   }
 }
+
+// The focus moves while the child widgets are deleted, after this class's
+// part of the dialog is gone: no hint may be shown then.
+dlgProjOptions::~dlgProjOptions() { disconnect(m_hints); }
 
 void dlgProjOptions::ShowHint(QWidget* now) {
   if (now == txtProjYrs) txtHelp->setPlainText(kYearsHint);

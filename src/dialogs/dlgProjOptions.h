@@ -23,6 +23,7 @@ class dlgProjOptions : public QDialog {
   Q_OBJECT
  public:
   explicit dlgProjOptions(GeneralInputs& gen, QWidget* parent = nullptr);
+  ~dlgProjOptions() override;
 
   QLabel* CSCaptProjYrs;
   widgets::EntryEdit* txtProjYrs;
@@ -42,6 +43,7 @@ class dlgProjOptions : public QDialog {
 
   GeneralInputs& m_target;
   GeneralInputs m_gen;
+  QMetaObject::Connection m_hints;
 };
 
 }  // namespace ira::dialogs

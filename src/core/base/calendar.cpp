@@ -37,6 +37,11 @@ Ymd CivilFromDays(long long z) {
 // initialised are right.
 constexpr long long kEpoch = DaysFromCivil(1899, 12, 30);
 
+// A date field holds 1/1/100 to 12/31/9999; a day count outside them (read
+// from a damaged file) is no date, and the date functions overflow on it.
+constexpr Date kFirstDate = -657434.0;
+constexpr Date kDayAfterLastDate = 2958466.0;
+
 std::optional<Date> g_today;
 
 }  // namespace
@@ -52,7 +57,10 @@ Date MakeDate(int year, int month, int day) {
   return static_cast<Date>(DaysFromCivil(year, month, day) - kEpoch);
 }
 
-Ymd ToYmd(Date date) { return CivilFromDays(static_cast<long long>(std::floor(date)) + kEpoch); }
+Ymd ToYmd(Date date) {
+  if (!(date >= kFirstDate && date < kDayAfterLastDate)) throw OverflowError("date conversion");
+  return CivilFromDays(static_cast<long long>(std::floor(date)) + kEpoch);
+}
 
 std::int16_t YearOf(Date date) { return CheckedInt16(ToYmd(date).year, "Year()"); }
 int MonthOf(Date date) { return ToYmd(date).month; }

@@ -23,6 +23,7 @@ struct Ymd {
 };
 
 Date MakeDate(int year, int month, int day);  // a valid calendar date
+// A day count outside 1/1/100..12/31/9999 is no date: OverflowError.
 Ymd ToYmd(Date date);
 std::int16_t YearOf(Date date);  // throws OverflowError outside 16 bits
 int MonthOf(Date date);

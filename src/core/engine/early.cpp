@@ -3,6 +3,7 @@
 // distribution method is CalcIraDist itself with the early slots.
 #include <cmath>
 
+#include "core/base/errors.h"
 #include "core/engine/rep_calc.h"
 #include "core/tables/datefun.h"
 #include "core/tables/life_exp.h"
@@ -19,9 +20,14 @@ bool AtLeast(Decimal d, std::int64_t mantissa, int scale) {
   __extension__ typedef __int128 Int128;
   Int128 lhs = d.mantissa;
   Int128 rhs = mantissa;
-  // Bring both to the larger scale; factors and bounds have few digits.
-  for (int s = d.scale; s < scale; ++s) lhs *= 10;
-  for (int s = scale; s < d.scale; ++s) rhs *= 10;
+  // Bring both to the larger scale. A side that outgrows 128 bits (a factor
+  // like 1e38 or 1e-45 from a damaged file) is beyond the other: its sign decides.
+  for (int s = d.scale; s < scale; ++s) {
+    if (__builtin_mul_overflow(lhs, 10, &lhs)) return d.mantissa > 0;
+  }
+  for (int s = scale; s < d.scale; ++s) {
+    if (__builtin_mul_overflow(rhs, 10, &rhs)) return mantissa < 0;
+  }
   return lhs >= rhs;
 }
 
@@ -38,7 +44,10 @@ Money AmortizationPayment(const GeneralInputs& gen, const IraRecord& ira) {
   const double term = ToDouble(LifeExpDecimal(AmortizationTerm(gen, ira)));
   const double balance = ira.Benefit.ToDouble();
   // Level end-of-period payment with no residual value; the term keeps its fraction.
-  const double payment = rate == 0.0 ? balance / term : balance * rate / (1.0 - std::pow(1.0 + rate, -term));
+  // A term of 0 (no table loaded) leaves nothing to divide by.
+  const double divisor = rate == 0.0 ? term : 1.0 - std::pow(1.0 + rate, -term);
+  if (divisor == 0.0) throw DivisionError("AmortizationPayment()");
+  const double payment = (rate == 0.0 ? balance : balance * rate) / divisor;
   return Money::FromDouble(std::fabs(payment));
 }
 

@@ -1,8 +1,11 @@
 #include "core/reports/formats.h"
 
+#include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+
+#include "core/base/errors.h"
 
 namespace ira::reports {
 namespace {
@@ -44,9 +47,12 @@ Cents CentsOf(float value) {
   // far below a cent, and 25 leading digits keep the 128-bit product safe.
   if (d.scale > 20) return {};
   if (d.scale < -25) {
-    // Far beyond any amount this program prints; fall back to the double.
+    // Far beyond any amount this program prints; fall back to the double,
+    // as long as its cents still fit the count (a single reaches 3.4e38).
+    const double cents = static_cast<double>(value) * 100.0;
+    if (std::fabs(cents) >= 1e38) throw OverflowError("number format");
     char buf[80];
-    std::snprintf(buf, sizeof buf, "%.0f", static_cast<double>(value) * 100.0);
+    std::snprintf(buf, sizeof buf, "%.0f", cents);
     Cents c;
     c.negative = buf[0] == '-';
     for (const char* p = buf + (c.negative ? 1 : 0); *p != '\0'; ++p) c.magnitude = c.magnitude * 10 + (*p - '0');

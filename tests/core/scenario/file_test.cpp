@@ -166,6 +166,9 @@ TEST(SaveFile, FailsWithoutTouchingThePreviousFile) {
   expectFailure(folder.File("no/such/folder.ira"), 76, "No such file or directory");
   std::filesystem::create_directory(folder.File("dir.ira"));
   expectFailure(folder.File("dir.ira"), 75, "Is a directory");
+  // Fails for root too, where a read-only folder would not.
+  WriteFileBytes(folder.File("plain"), "a file");
+  expectFailure(folder.File("plain/plan.ira"), 76, "Not a directory");
 
   // A disk that fills up halfway through the file.
   rlimit old{};
@@ -179,7 +182,7 @@ TEST(SaveFile, FailsWithoutTouchingThePreviousFile) {
   std::signal(SIGXFSZ, oldHandler);
 
   EXPECT_EQ(ReadFileBytes(target), "previous");
-  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 2);  // no temporary left
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 3);  // no temporary left
 }
 
 TEST(CheckReservedName, RefusesTheDebugFileInAnySpelling) {
