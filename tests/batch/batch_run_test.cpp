@@ -2,16 +2,17 @@
 // output compared byte for byte with the expected files beside this test.
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "support/scenario_files.h"
+
 namespace {
+
+using ira::testing::ReadFileBytes;
 
 const std::string kProgram = std::string(TALLYRA_PROGRAM_DIR) + "/tallyra";
 const std::string kCases = TALLYRA_BATCH_CASES;  // the expected files
@@ -23,11 +24,6 @@ std::string Quoted(const std::string& s) {
   return q + "'";
 }
 
-std::string ReadFile(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-}
-
 struct RunResult {
   int status;
   std::string err;
@@ -37,33 +33,24 @@ RunResult Tallyra(const std::string& args) {
   // CTest runs the cases in parallel processes: one error file each.
   const std::string errFile = kWork + "/stderr-" + std::to_string(::getpid()) + ".txt";
   const int raw = std::system((Quoted(kProgram) + " " + args + " 2>" + Quoted(errFile)).c_str());
-  return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, ReadFile(errFile)};
+  return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, ReadFileBytes(errFile)};
 }
 
 TEST(BatchRun, ReportsMatchTheExpectedFiles) {
-  // Each scenario here is generated from the description of the same name.
-  struct Case {
-    const char* name;
-    std::string input;
-  } const cases[] = {
-      {"demo", std::string(TALLYRA_PROGRAM_DIR) + "/demo.ira"},
-      {"early-amortization", kWork + "/early-amortization.ira"},
-      {"deceased-owner", kWork + "/deceased-owner.ira"},
-      {"widow-spouse", kWork + "/widow-spouse.ira"},
-      {"first-year-1987-mdib", kWork + "/first-year-1987-mdib.ira"},
-      {"year-2001-both-rules", kWork + "/year-2001-both-rules.ira"},
-      {"summary-2001-unsupported", kWork + "/summary-2001-unsupported.ira"},
-      {"projection-excess-2050", kWork + "/projection-excess-2050.ira"},
-      {"projection-unsupported-spouse", kWork + "/projection-unsupported-spouse.ira"},
-      {"early-series-59-half", kWork + "/early-series-59-half.ira"},
-  };
-  for (const Case& c : cases) {
-    const std::string output = kWork + "/" + c.name + ".out.txt";
+  // Each scenario here is generated from the description of the same name;
+  // the demonstration scenario is the one installed beside the program.
+  const char* const cases[] = {"demo", "early-amortization", "deceased-owner", "widow-spouse",
+                               "first-year-1987-mdib", "year-2001-both-rules", "summary-2001-unsupported",
+                               "projection-excess-2050", "projection-unsupported-spouse", "early-series-59-half"};
+  for (const std::string name : cases) {
+    const std::string input =
+        name == "demo" ? std::string(TALLYRA_PROGRAM_DIR) + "/demo.ira" : kWork + "/" + name + ".ira";
+    const std::string output = kWork + "/" + name + ".out.txt";
     std::filesystem::remove(output);
-    const RunResult run = Tallyra("/SILENT /input " + Quoted(c.input) + " /output=" + Quoted(output));
-    EXPECT_EQ(run.status, 0) << c.name << ": " << run.err;
-    EXPECT_EQ(run.err, "") << c.name;
-    EXPECT_EQ(ReadFile(output), ReadFile(kCases + "/" + c.name + ".expected.txt")) << c.name;
+    const RunResult run = Tallyra("/SILENT /input " + Quoted(input) + " /output=" + Quoted(output));
+    EXPECT_EQ(run.status, 0) << name << ": " << run.err;
+    EXPECT_EQ(run.err, "") << name;
+    EXPECT_EQ(ReadFileBytes(output), ReadFileBytes(kCases + "/" + name + ".expected.txt")) << name;
   }
 }
 

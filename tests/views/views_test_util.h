@@ -13,18 +13,14 @@
 #include "core/reports/prnmastr.h"
 #include "core/scenario/file.h"
 #include "core/scenario/scenario.h"
-#include "core/tables/tables.h"
+#include "support/installed_tables.h"
 #include "support/recording_sinks.h"
 
 namespace ira::views::test {
 
 class DemoScenarioTest : public ::testing::Test {
  protected:
-  static void SetUpTestSuite() {
-    SetProgramFolder(TALLYRA_PROGRAM_DIR);
-    tables::ReadTableVI();
-    tables::ReadTableV();
-  }
+  static void SetUpTestSuite() { ira::testing::LoadInstalledTables(); }
   void SetUp() override {
     reports::ReportFont() = {};
     ASSERT_TRUE(file::OpenFile(ProgramFile("demo.ira"), TheScenario()));

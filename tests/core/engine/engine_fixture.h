@@ -8,10 +8,9 @@
 #include "core/base/calendar.h"
 #include "core/base/checked.h"
 #include "core/base/money.h"
-#include "core/base/program.h"
 #include "core/engine/rep_calc.h"
 #include "core/scenario/scenario.h"
-#include "core/tables/tables.h"
+#include "support/installed_tables.h"
 #include "support/recording_sinks.h"
 
 namespace ira::testing {
@@ -20,11 +19,7 @@ inline Money M(const char* text) { return Money::FromString(text); }
 
 class EngineTest : public ::testing::Test {
  protected:
-  static void SetUpTestSuite() {
-    SetProgramFolder(TALLYRA_PROGRAM_DIR);
-    tables::ReadTableVI();
-    tables::ReadTableV();
-  }
+  static void SetUpTestSuite() { LoadInstalledTables(); }
 
   // A required-distribution owner; no spouse, living.
   static GeneralInputs Owner(Date birth, std::int16_t dcy) {

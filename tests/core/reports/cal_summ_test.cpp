@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "core/base/checked.h"
-#include "grid_test_util.h"
 #include "report_test_util.h"
 
 namespace ira::reports {
@@ -13,11 +12,10 @@ using namespace ira::reports::test;
 
 const std::string M(9, ' ');  // the printed margin
 
-using CalSummTest = GridReportTest;
+using CalSummTest = ReportTest;
 
 TEST_F(CalSummTest, WindowCellsAndLabels) {
   // An owner dead in 2003; a child heir is below the tables in 2004.
-  GeneralInputs& gen = TheScenario().Gen;
   SetNames(gen, "Estate of Carl Late", "Inherited accounts");
   gen.OwnerBirthDate = D(1, 1, 1930);
   gen.OwnerDeathDate = D(5, 10, 2003);
@@ -67,7 +65,6 @@ TEST_F(CalSummTest, WindowOf2001FollowsTheTypeOfDistribution) {
   for (const std::int16_t distType : {kTrue, kFalse}) {
     const bool early = distType == kFalse;
     TheScenario().Reset();
-    GeneralInputs& gen = TheScenario().Gen;
     gen.OwnerBirthDate = D(3, 1, 1929);
     gen.DCY = 2001;
     gen.DistType = distType;
@@ -85,9 +82,9 @@ TEST_F(CalSummTest, WindowOf2001FollowsTheTypeOfDistribution) {
 }
 
 TEST_F(CalSummTest, LongListBreaksOnlyBetweenAccountLines) {
-  TheScenario().Gen.DCY = 2005;
-  TheScenario().Gen.DistType = kTrue;
-  TheScenario().Gen.OwnerBirthDate = D(1, 1, 1930);
+  gen.DCY = 2005;
+  gen.DistType = kTrue;
+  gen.OwnerBirthDate = D(1, 1, 1930);
   for (int i = 1; i <= 25; ++i) AddIra("IRA " + std::to_string(i), "1000");
   ira::testing::FakePrintDevice device(40);  // footer from line 34
   PrintDocument(DisplayCalSumm, device);

@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <fstream>
-#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -13,6 +10,7 @@
 #include "core/scenario/scenario.h"
 #include "support/fake_print_device.h"
 #include "support/recording_sinks.h"
+#include "support/scenario_files.h"
 
 namespace ira::reports {
 namespace {
@@ -128,15 +126,13 @@ TEST_F(DisplayMasterTest, ViewModeOpensOneWindowPerReportInListOrder) {
 }
 
 TEST_F(DisplayMasterTest, FileModeEmptiesTheFileThenAppendsEachReport) {
-  const std::string path = ::testing::TempDir() + "display_master_out.txt";
-  { std::ofstream(path) << "old content"; }
+  const ira::testing::TempFolder folder;
+  const std::string path = folder.File("out.txt");
+  ira::testing::WriteFileBytes(path, "old content");
   DisplayMaster(ReportMode::File, kRptGenInfo | kRptInputs, ReportTarget{nullptr, nullptr, path}, table);
-  std::ifstream in(path, std::ios::binary);
-  const std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-  EXPECT_EQ(text, "  Inputs\r\n  end\r\n  General Information\r\n  end\r\n");
-  std::remove(path.c_str());
+  EXPECT_EQ(ira::testing::ReadFileBytes(path), "  Inputs\r\n  end\r\n  General Information\r\n  end\r\n");
 
-  const std::string missing = ::testing::TempDir() + "no-such-folder/out.txt";
+  const std::string missing = folder.File("no-such-folder/out.txt");
   try {
     DisplayMaster(ReportMode::File, kRptInputs, ReportTarget{nullptr, nullptr, missing}, table);
     FAIL() << "no error for an unwritable file";

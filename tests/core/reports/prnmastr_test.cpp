@@ -39,22 +39,15 @@ TEST_F(PrnManager2Test, LineCountsOutsideOneToFortyAreRefused) {
   EXPECT_EQ(PageLineCounter(), 47);
   const std::size_t printed = device.pages[0].size();
 
-  struct Row {
-    int lines;
-    const char* text;
-  } const rows[] = {
-      {41, "41 lines passed to PrnManager2(). Please use between 1 and 40"},
-      {0, "0 lines passed to PrnManager2(). Please use between 1 and 40"},
-      {-1, "-1 lines passed to PrnManager2(). Please use between 1 and 40"},
-  };
-  for (const Row& r : rows) {
-    EXPECT_EQ(PrnManager2(device, r.lines, "Owner", "Other", "Title"), kPrnFits) << r.lines;
+  for (const int lines : {41, 0, -1}) {
+    EXPECT_EQ(PrnManager2(device, lines, "Owner", "Other", "Title"), kPrnFits) << lines;
     ASSERT_FALSE(rec.messages.messages.empty());
     EXPECT_EQ(rec.messages.Last().title, "Error!");
-    EXPECT_EQ(rec.messages.Last().text, r.text);
+    EXPECT_EQ(rec.messages.Last().text,
+              std::to_string(lines) + " lines passed to PrnManager2(). Please use between 1 and 40");
     EXPECT_EQ(rec.messages.Last().icon, MsgIcon::Critical);
-    EXPECT_EQ(PageLineCounter(), 47) << r.lines;
-    EXPECT_EQ(device.pages[0].size(), printed) << r.lines;
+    EXPECT_EQ(PageLineCounter(), 47) << lines;
+    EXPECT_EQ(device.pages[0].size(), printed) << lines;
   }
 }
 

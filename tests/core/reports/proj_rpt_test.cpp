@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "core/base/checked.h"
-#include "grid_test_util.h"
 #include "report_test_util.h"
 
 namespace ira::reports {
@@ -11,10 +10,9 @@ namespace {
 
 using namespace ira::reports::test;
 
-class ProjRptTest : public GridReportTest {
+class ProjRptTest : public ReportTest {
  protected:
-  static GeneralInputs& Owner(Date birth, std::int16_t dcy, std::int16_t years, std::int16_t distType = kTrue) {
-    GeneralInputs& gen = TheScenario().Gen;
+  GeneralInputs& Owner(Date birth, std::int16_t dcy, std::int16_t years, std::int16_t distType = kTrue) {
     gen.OwnerBirthDate = birth;
     gen.DCY = dcy;
     gen.ProjectionYears = years;
@@ -22,12 +20,12 @@ class ProjRptTest : public GridReportTest {
     return gen;
   }
   static IraRecord& AddIra(const std::string& name, const char* benefit, float rate) {
-    IraRecord& ira = GridReportTest::AddIra(name, benefit);
+    IraRecord& ira = ReportTest::AddIra(name, benefit);
     ira.RateOfReturn = rate;
     return ira;
   }
 
-  static void ExcessYears() {
+  void ExcessYears() {
     Owner(D(1, 1, 1975), 2050, 2);
     AddIra("Big IRA", "10000000", 0.0f);
   }
@@ -44,7 +42,7 @@ class ProjRptTest : public GridReportTest {
 
 TEST_F(ProjRptTest, WindowCellsAndLabels) {
   ExcessYears();
-  SetNames(TheScenario().Gen, "Ann Sample", "Excess years");
+  SetNames(gen, "Ann Sample", "Excess years");
   TextSink sink(ReportMode::View);
   DisplayProjRpt(sink);
   ASSERT_TRUE(sink.HasGrid());

@@ -17,7 +17,7 @@ Date Born(int year, int month = 1, int day = 1) { return MakeDate(year, month, d
 
 class LifeExp : public ::testing::Test {
  protected:
-  void SetUp() override { ira::testing::LoadBuiltTables(); }
+  void SetUp() override { ira::testing::LoadInstalledTables(); }
 };
 
 TEST_F(LifeExp, LookupsGiveThePublishedValuesAndTheSentinelOutsideTheTables) {
@@ -47,8 +47,8 @@ TEST_F(LifeExp, LookupsGiveThePublishedValuesAndTheSentinelOutsideTheTables) {
 // Made-up joint files whose values tell which record was read.
 TEST(JointLookup, ReadsThe1986SquareInTheOrderGivenAndThe2002TableOlderLifeFirst) {
   ira::testing::TempProgramFolder folder({});
-  folder.Write("vi86.tbl", ira::testing::MadeUpJointFile(4));
-  folder.Write("vi02.tbl", ira::testing::MadeUpJointFile(8));
+  ira::testing::WriteFileBytes(folder.File("vi86.tbl"), ira::testing::MadeUpJointFile(4));
+  ira::testing::WriteFileBytes(folder.File("vi02.tbl"), ira::testing::MadeUpJointFile(8));
   tables::ClearTables();
   tables::ReadTableVI();
   EXPECT_EQ(GetJointLifeExp(70, 60, 0), 70060.0f);

@@ -87,11 +87,11 @@ TEST(CTableS90CM, TableFileIsReadAnewOnEveryQuery) {
   t.RemainderFactor();
   ASSERT_EQ(scope.messages.messages.size(), 2u);
   EXPECT_EQ(scope.messages.Last().title, "WARNING");
-  EXPECT_EQ(scope.messages.Last().text, folder.Path("s-90cm.tbl") +
+  EXPECT_EQ(scope.messages.Last().text, folder.File("s-90cm.tbl") +
                                             " could not be located. This is a critical file for this application. "
                                             "Try reinstalling the program before running the program again.");
 
-  std::filesystem::copy_file(std::string(TALLYRA_PROGRAM_DIR) + "/s-90cm.tbl", folder.Path("s-90cm.tbl"));
+  std::filesystem::copy_file(std::string(TALLYRA_PROGRAM_DIR) + "/s-90cm.tbl", folder.File("s-90cm.tbl"));
   EXPECT_EQ(t.RemainderFactor(), 0.41709);
   folder.Truncate("s-90cm.tbl", (66 * 50 + 9) * 8 + 4);  // age 65 only up to the 5.8 row
   scope.errors.errors.clear();

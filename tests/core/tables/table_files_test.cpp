@@ -19,16 +19,13 @@ using tables::Tables;
 static_assert(std::endian::native == std::endian::little, "the table files are little-endian");
 
 template <typename T>
-T RecordOf(const std::vector<unsigned char>& bytes, std::size_t k) {
+T RecordOf(const std::string& bytes, std::size_t k) {
   T v;
   std::memcpy(&v, bytes.data() + k * sizeof(T), sizeof(T));
   return v;
 }
 
-std::vector<unsigned char> Built(const std::string& name) {
-  std::ifstream in(std::string(TALLYRA_PROGRAM_DIR) + "/" + name, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
+std::string Built(const std::string& name) { return ReadFileBytes(std::string(TALLYRA_PROGRAM_DIR) + "/" + name); }
 
 TEST(GeneratedTableFiles, LifeFilesHoldTheCsvValuesInRecordOrder) {
   const auto v86 = Built("v86.tbl"), v02 = Built("v02.tbl"), vi86 = Built("vi86.tbl"), vi02 = Built("vi02.tbl");
@@ -86,7 +83,7 @@ TEST(ReadTable, MissingFileIsReportedAndLeavesThatReaderUnloaded) {
     ASSERT_EQ(scope.messages.messages.size(), 1u);
     const Message& m = scope.messages.Last();
     EXPECT_EQ(m.title, "File not found");
-    EXPECT_EQ(m.text, "File: " + folder.Path(r.reported) + " does not exist.Please verify the file is in the correct directory.");
+    EXPECT_EQ(m.text, "File: " + folder.File(r.reported) + " does not exist.Please verify the file is in the correct directory.");
     EXPECT_EQ(m.icon, MsgIcon::Information);
     EXPECT_EQ(Tables().joint86[7270] != 0 && Tables().joint02[7270] != 0, r.jointLoaded);
     EXPECT_EQ(Tables().single86[65] != 0 || Tables().single02[65] != 0, r.singleLoaded);

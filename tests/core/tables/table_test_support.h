@@ -4,7 +4,6 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
 #include <bit>
 #include <cstdint>
@@ -17,15 +16,10 @@
 
 #include "core/base/program.h"
 #include "core/tables/tables.h"
+#include "support/installed_tables.h"
+#include "support/scenario_files.h"
 
 namespace ira::testing {
-
-inline void LoadBuiltTables() {
-  SetProgramFolder(TALLYRA_PROGRAM_DIR);
-  tables::ClearTables();
-  tables::ReadTableVI();
-  tables::ReadTableV();
-}
 
 // Rows of a data file keyed by their leading fields ({"70"} or {"70", "60"}).
 inline std::map<std::vector<std::string>, std::string> ReadCsv(const std::string& name) {
@@ -45,48 +39,29 @@ inline std::map<std::vector<std::string>, std::string> ReadCsv(const std::string
 
 // A joint table file of singles (4) or doubles (8) whose values tell which
 // record was read: first age x 1000 + second age.
-inline std::vector<unsigned char> MadeUpJointFile(std::size_t recordSize) {
-  std::vector<unsigned char> bytes;
+inline std::string MadeUpJointFile(std::size_t recordSize) {
+  std::string bytes;
   for (int i = 5; i <= 115; ++i) {
     for (int j = 5; j <= 115; ++j) {
       const double v = i * 1000 + j;
       const std::uint64_t bits = recordSize == 4 ? std::bit_cast<std::uint32_t>(static_cast<float>(v))
                                                  : std::bit_cast<std::uint64_t>(v);
-      for (std::size_t b = 0; b < recordSize; ++b) bytes.push_back(static_cast<unsigned char>(bits >> (8 * b)));
+      for (std::size_t b = 0; b < recordSize; ++b) bytes.push_back(static_cast<char>(bits >> (8 * b)));
     }
   }
   return bytes;
 }
 
-// A fresh temporary folder, made the program folder for its lifetime, with
-// copies of the named files from the build.
-class TempProgramFolder {
+// A temporary folder made the program folder for its lifetime, with copies
+// of the named files from the build.
+class TempProgramFolder : public TempFolder {
  public:
   explicit TempProgramFolder(const std::vector<std::string>& copies) {
-    std::string pattern = (std::filesystem::temp_directory_path() / "tallyra-tables-XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) ADD_FAILURE() << "no temporary folder";
-    m_folder = pattern;
-    for (const auto& name : copies)
-      std::filesystem::copy_file(std::filesystem::path(TALLYRA_PROGRAM_DIR) / name, m_folder / name);
-    SetProgramFolder(m_folder.string());
+    for (const auto& name : copies) std::filesystem::copy_file(std::string(TALLYRA_PROGRAM_DIR) + "/" + name, File(name));
+    SetProgramFolder(Path());
   }
-  ~TempProgramFolder() {
-    SetProgramFolder(TALLYRA_PROGRAM_DIR);
-    std::error_code ec;
-    std::filesystem::remove_all(m_folder, ec);
-  }
-  TempProgramFolder(const TempProgramFolder&) = delete;
-  TempProgramFolder& operator=(const TempProgramFolder&) = delete;
-
-  std::string Path(const std::string& name) const { return (m_folder / name).string(); }
-  void Truncate(const std::string& name, std::uintmax_t size) const { std::filesystem::resize_file(m_folder / name, size); }
-  void Write(const std::string& name, const std::vector<unsigned char>& bytes) const {
-    std::ofstream(m_folder / name, std::ios::binary)
-        .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-  }
-
- private:
-  std::filesystem::path m_folder;
+  ~TempProgramFolder() { SetProgramFolder(TALLYRA_PROGRAM_DIR); }
+  void Truncate(const std::string& name, std::uintmax_t size) const { std::filesystem::resize_file(File(name), size); }
 };
 
 }  // namespace ira::testing

@@ -180,10 +180,7 @@ TEST_F(MainWindow, ReportFontIsRecommendedCheckedAndKept) {
   };
   window->GetFonts();
   ASSERT_EQ(rec.messages.messages.size(), 1u);
-  EXPECT_EQ(rec.messages.Last().title, "WARNING!");
-  EXPECT_EQ(rec.messages.Last().text,
-            "We strongly recommend the use of either the COURIER NEW or the COURIER font. Other fonts might not "
-            "align properly, or may cause an error 380.");
+  EXPECT_EQ(rec.messages.Last().title, "WARNING!");  // the recommendation, worded in the print manager
   EXPECT_EQ(window->Settings().font.name, "Courier New");
   EXPECT_EQ(reports::ReportFont().size, 10.0f);
   EXPECT_EQ(settings::GetProfileString(config.file, "User Preferences", "Font Size", ""), "10");

@@ -4,8 +4,6 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 
 #include "support/scenario_files.h"
 
@@ -16,24 +14,21 @@ namespace {
 
 class SettingsFile : public ::testing::Test {
  protected:
-  void Write(const std::string& text) { std::ofstream(file, std::ios::binary) << text; }
-  std::string Read() {
-    std::ifstream in(file);
-    std::stringstream s;
-    s << in.rdbuf();
-    return s.str();
-  }
+  void Write(const std::string& text) { ira::testing::WriteFileBytes(file, text); }
   ira::testing::TempFolder folder;
-  fs::path dir = folder.Path();
   std::string file = folder.File("tallyra.ini");
 };
 
-TEST_F(SettingsFile, MissingFileGivesEveryDefault) {
-  const Settings s = LoadSettings(file, "/data");
-  EXPECT_EQ(s.hideError380, 0);
-  EXPECT_EQ(s.dataFolder, "/data");
-  EXPECT_EQ(s.font.name, "Courier New");
-  EXPECT_EQ(s.font.size, 10.0f);
+// First without a file, then with font values that cannot be used.
+TEST_F(SettingsFile, MissingFileOrUnusableValuesGiveTheDefaults) {
+  for (const char* text : {"", "[User Preferences]\nFont Name=\nFont Size=4\n"}) {
+    if (*text != '\0') Write(text);
+    const Settings s = LoadSettings(file, "/data");
+    EXPECT_EQ(s.hideError380, 0);
+    EXPECT_EQ(s.dataFolder, "/data");
+    EXPECT_EQ(s.font.name, "Courier New");
+    EXPECT_EQ(s.font.size, 10.0f);
+  }
 }
 
 TEST_F(SettingsFile, ReadsHandEditedFileLoosely) {
@@ -47,13 +42,6 @@ TEST_F(SettingsFile, ReadsHandEditedFileLoosely) {
   EXPECT_EQ(GetProfileInt(file, "Hide Error Msg", "missing", 7), 7);
 }
 
-TEST_F(SettingsFile, UnusableFontValuesFallBack) {
-  Write("[User Preferences]\nFont Name=\nFont Size=4\n");
-  const Settings s = LoadSettings(file, "/data");
-  EXPECT_EQ(s.font.name, "Courier New");
-  EXPECT_EQ(s.font.size, 10.0f);
-}
-
 TEST_F(SettingsFile, LongValueIsCutToTheProfileBuffer) {
   Write("[Data Files]\nData File Path=" + std::string(300, 'x') + "\n");
   EXPECT_EQ(GetProfileString(file, "Data Files", "Data File Path", "").size(), kProfileValueMax);
@@ -64,14 +52,14 @@ TEST_F(SettingsFile, WritingKeepsEverythingElse) {
   SaveReportFont(file, {"Courier New", 11.5f});
   SaveDataFolder(file, "/b");
   WriteProfileString(file, "Hide Error Msg", "380", "1");
-  EXPECT_EQ(Read(),
+  EXPECT_EQ(ira::testing::ReadFileBytes(file),
             "[Other]\nkeep=me\n\n[User Preferences]\nFont Name=Courier New\nFont Size=11.5\n; note\n\n"
             "[Data Files]\nData File Path=/b\n\n[Hide Error Msg]\n380=1\n");
   EXPECT_FALSE(fs::exists(file + ".new"));
 }
 
 TEST_F(SettingsFile, FailedWriteIsReportedByName) {
-  const std::string lost = (dir / "gone" / "tallyra.ini").string();
+  const std::string lost = folder.File("gone/tallyra.ini");
   try {
     WriteProfileString(lost, "Data Files", "Data File Path", "/x");
     ADD_FAILURE() << "no error";
@@ -84,14 +72,12 @@ TEST_F(SettingsFile, DemoIsCopiedOnceAndTheUsersCopyKept) {
   const ira::testing::TempFolder user;
   EXPECT_TRUE(InstallDemo(folder.Path(), user.Path()));  // no demo beside the program: nothing to do
   EXPECT_FALSE(fs::exists(user.File("demo.ira")));
-  std::ofstream(folder.File("demo.ira")) << "shipped";
+  ira::testing::WriteFileBytes(folder.File("demo.ira"), "shipped");
   EXPECT_TRUE(InstallDemo(folder.Path(), user.Path()));
-  std::ofstream(user.File("demo.ira")) << "changed by the user";
+  EXPECT_EQ(ira::testing::ReadFileBytes(user.File("demo.ira")), "shipped");
+  ira::testing::WriteFileBytes(user.File("demo.ira"), "changed by the user");
   EXPECT_TRUE(InstallDemo(folder.Path(), user.Path()));
-  std::ifstream in(user.File("demo.ira"));
-  std::string text;
-  std::getline(in, text);
-  EXPECT_EQ(text, "changed by the user");
+  EXPECT_EQ(ira::testing::ReadFileBytes(user.File("demo.ira")), "changed by the user");
 }
 
 TEST(SettingsPaths, ProgramFolderFirstThenPerUserFolder) {
