@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <string>
 #include <system_error>
 #include <unistd.h>
 
@@ -92,7 +93,13 @@ int RunBatch(const CommandLine& cl, std::ostream& err) {
   } catch (const std::exception& e) {
     std::error_code ignored;
     std::filesystem::remove(temporary, ignored);
-    err << "tallyra: the output file " << cl.output << " cannot be written (" << e.what() << ")\n";
+    // The temporary file is our own affair: the user is told about the file
+    // they named, with the system's reason.
+    const auto* fsError = dynamic_cast<const std::filesystem::filesystem_error*>(&e);
+    std::string reason = fsError != nullptr ? fsError->code().message() : e.what();
+    for (auto at = reason.find(temporary); at != std::string::npos; at = reason.find(temporary))
+      reason.replace(at, temporary.size(), cl.output);
+    err << "tallyra: the output file " << cl.output << " cannot be written (" << reason << ")\n";
     return kExitOutputFailed;
   }
   return errors.count == 0 ? kExitOk : kExitReportError;
