@@ -25,41 +25,6 @@ namespace {
 
 using namespace ira;
 
-void Sample(Scenario& sc) {
-  sc.Reset();
-  GeneralInputs& g = sc.Gen;
-  g.OwnerName = FixedText("Margaret A. Sample", kOwnerNameWidth);
-  g.OtherInfo = FixedText("Prepared for the 2014 review", kOtherInfoWidth);
-  g.SpouseBen = kTrue;
-  g.OwnerBirthDate = MakeDate(1942, 3, 14);
-  g.SpouseBirthDate = MakeDate(1944, 9, 2);
-  g.DCY = 2014;
-  g.DistType = kTrue;
-  g.InflationRate = 3;
-  g.AnnuityIntRate = 5;
-  g.ProjectionYears = 10;
-  g.PercentOver = 10;
-  IraRecord& a = sc.AddIra();
-  a.IraName = FixedText("Rollover IRA", kIraNameWidth);
-  a.SpouseBen = kTrue;
-  a.Benefit = Money::FromString("412,650.18");
-  a.DistributedThisYear = Money::FromString("4,000.00");
-  a.RateOfReturn = 5.5f;
-  IraRecord& b = sc.AddIra();
-  b.IraName = FixedText("Contributory IRA", kIraNameWidth);
-  b.OtherBen = kTrue;
-  b.BeneficiaryName = FixedText("Daniel Sample", kBeneficiaryNameWidth);
-  b.BeneBirthDate = MakeDate(1971, 5, 20);
-  b.Benefit = Money::FromString("86,210.55");
-  b.RateOfReturn = 4;
-  b.bRecalc = 1;
-  IraRecord& c = sc.AddIra();
-  c.IraName = FixedText("Brokerage IRA", kIraNameWidth);
-  c.SpouseBen = kTrue;
-  c.Benefit = Money::FromString("158,904.00");
-  c.RateOfReturn = 6;
-}
-
 bool Save(QWidget& w, const QDir& dir, const char* name) {
   w.show();
   for (int i = 0; i < 5; ++i) QApplication::processEvents();
@@ -84,10 +49,10 @@ int main(int argc, char** argv) {
   settings::Settings config;
   config.dataFolder = dir.absolutePath().toStdString();
   desktop::frmMain main(config, config.dataFolder, shell::SecondsSinceMidnight() - 754);
-  // The demonstration scenario when it is installed beside the program.
+  // The pictures show the demonstration scenario installed beside the program.
   SetProgramFolder(QCoreApplication::applicationDirPath().toStdString());
   Scenario& sc = TheScenario();
-  if (!file::OpenFile(ProgramFile("demo.ira"), sc)) Sample(sc);
+  if (!file::OpenFile(ProgramFile("demo.ira"), sc)) return 1;
   main.Refresh();
   main.setWindowTitle(QString::fromStdString(shell::MainTitle("~/.local/share/Quillon/IRA/demo.ira")));
   bool ok = Save(main, dir, "main-window.png");
