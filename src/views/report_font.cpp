@@ -2,6 +2,7 @@
 
 #include <QFontDatabase>
 #include <QFontInfo>
+#include <QFontMetricsF>
 #include <algorithm>
 #include <array>
 #include <string>
@@ -32,6 +33,13 @@ int MetricGroup(const std::string& family) {
 }
 
 constexpr const char* kFontTitle = "WARNING";
+
+// Monospaced families the set-up installs or free systems commonly have, in
+// order of preference; Liberation Mono draws to Courier New's widths.
+const QStringList& KnownMonospacedFamilies() {
+  static const QStringList families{"Liberation Mono", "DejaVu Sans Mono", "Noto Sans Mono", "Nimbus Mono PS"};
+  return families;
+}
 
 }  // namespace
 
@@ -64,8 +72,28 @@ QFont ReportQFont() {
     told = key;
     ShowMessage(kFontTitle, reports::FontNotLocatedText(font), MsgIcon::Exclamation);
   }
+  return FallbackReportFont(static_cast<double>(font.size));
+}
+
+bool DrawsMonospaced(const QString& family) {
+  QFont f(family);
+  f.setPointSizeF(12.0);
+  const QFontMetricsF metrics(f);
+  return metrics.horizontalAdvance(QStringLiteral("iiii")) == metrics.horizontalAdvance(QStringLiteral("MMMM"));
+}
+
+QFont FallbackReportFont(double pointSize, const QStringList& candidates) {
+  const QStringList installed = QFontDatabase::families();
+  for (const QString& family : candidates.isEmpty() ? KnownMonospacedFamilies() : candidates) {
+    if (installed.contains(family, Qt::CaseInsensitive) && DrawsMonospaced(family)) {
+      QFont f(family);
+      f.setStyleHint(QFont::TypeWriter);
+      f.setPointSizeF(pointSize);
+      return f;
+    }
+  }
   QFont fallback = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-  fallback.setPointSizeF(static_cast<double>(font.size));
+  fallback.setPointSizeF(pointSize);
   return fallback;
 }
 

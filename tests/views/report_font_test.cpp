@@ -1,4 +1,6 @@
+#include <QFontDatabase>
 #include <QFontInfo>
+#include <QFontMetricsF>
 
 #include "views/report_font.h"
 #include "views_test_util.h"
@@ -29,14 +31,38 @@ TEST(SameFontMetrics, OnlySubstitutesOfTheSameWidthsCount) {
 
 class ReportFontChecks : public test::DemoScenarioTest {};
 
+bool EqualWidths(const QFont& font) {
+  const QFontMetricsF metrics(font);
+  return metrics.horizontalAdvance("iiii") == metrics.horizontalAdvance("MMMM");
+}
+
 TEST_F(ReportFontChecks, MissingFontIsToldOnceAndFallsBackToAFixedFont) {
   reports::ReportFont() = {"Tallyra Missing Typeface", 11.0f};
   const QFont first = ReportQFont();
   const QFont second = ReportQFont();
   ASSERT_EQ(rec.messages.messages.size(), 1u);
   EXPECT_EQ(rec.messages.Last().text, reports::FontNotLocatedText(reports::ReportFont()));
-  EXPECT_TRUE(QFontInfo(first).fixedPitch());
+  EXPECT_TRUE(EqualWidths(first)) << QFontInfo(first).family().toStdString();
   EXPECT_EQ(second.pointSizeF(), 11.0);
+}
+
+// Each way the fallback can go, whichever monospaced families this machine
+// has: a known family judged by its widths (a proportional one is passed
+// over), and the system's fixed font when no candidate is installed.
+TEST_F(ReportFontChecks, FallbackIsAMonospacedFamilyWhateverIsInstalled) {
+  const QStringList installed = QFontDatabase::families();
+  for (const QString& family : QStringList{"Liberation Mono", "DejaVu Sans Mono", "Noto Sans Mono"}) {
+    if (!installed.contains(family, Qt::CaseInsensitive)) continue;
+    const QFont font = FallbackReportFont(9.0, {"DejaVu Sans", family});
+    EXPECT_EQ(QFontInfo(font).family(), family);
+    EXPECT_TRUE(EqualWidths(font)) << family.toStdString();
+  }
+  if (installed.contains("DejaVu Sans", Qt::CaseInsensitive)) {
+    EXPECT_FALSE(DrawsMonospaced("DejaVu Sans"));
+  }
+  const QFont system = FallbackReportFont(9.0, {"Tallyra Missing Typeface"});
+  EXPECT_EQ(system.pointSizeF(), 9.0);
+  EXPECT_EQ(QFontInfo(FallbackReportFont(9.0)).family(), "Liberation Mono");
 }
 
 TEST_F(ReportFontChecks, SavedFontIsQuestionedOnlyWhenItCannotBeHad) {
