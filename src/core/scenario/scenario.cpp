@@ -7,6 +7,12 @@ namespace ira {
 void Scenario::Reset() {
   Gen = GeneralInputs{};
   Ira.clear();
+  OtherChunks.clear();
+}
+
+void Scenario::ResetForNew() {
+  Reset();
+  Gen.RuleSet = kRulesCurrent;
 }
 
 IraRecord& Scenario::AddIra() {
