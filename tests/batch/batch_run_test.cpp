@@ -78,4 +78,34 @@ TEST(BatchRun, FailuresGiveAMessageAndANonZeroStatus) {
   EXPECT_EQ(run.err, "tallyra: the batch run needs /input SCENARIO and /output REPORT\n");
 }
 
+// The rules switch overrides the file's rule set: a scenario saved under the
+// law in force, run under the described rules, gives the described report.
+TEST(BatchRun, RulesSwitchOverridesTheFileAndRefusesOtherValues) {
+  std::string current = ReadFileBytes(kWork + "/deceased-owner.ira");
+  const std::int16_t one = 1, age = 73, version = 1;
+  const std::int32_t chunks = 12, four = 4;
+  const auto raw = [](const auto& v) { return std::string(reinterpret_cast<const char*>(&v), sizeof v); };
+  current += "TLYEXT" + raw(version) + raw(chunks) + "RULE" + raw(four) + raw(one) + raw(age);
+  const std::string input = kWork + "/deceased-owner-current.ira";
+  ira::testing::WriteFileBytes(input, current);
+  const std::string output = kWork + "/deceased-owner-described.out.txt";
+  std::filesystem::remove(output);
+
+  RunResult run = Tallyra("--silent --input " + Quoted(input) + " --output " + Quoted(output) + " /RULES Described");
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(ReadFileBytes(output), ReadFileBytes(kCases + "/deceased-owner.expected.txt"));
+
+  std::filesystem::remove(output);
+  run = Tallyra("--silent --input " + Quoted(input) + " --output " + Quoted(output) + " --rules=2002");
+  EXPECT_EQ(run.status, 2);
+  EXPECT_EQ(run.err, "tallyra: --rules takes \"described\" or \"current\", not \"2002\"\nTry 'tallyra --help'.\n");
+  EXPECT_FALSE(std::filesystem::exists(output));
+
+  const std::string help = kWork + "/help-" + std::to_string(::getpid()) + ".txt";
+  run = Tallyra("--help >" + Quoted(help));
+  EXPECT_EQ(run.status, 0);
+  EXPECT_NE(ReadFileBytes(help).find("/rules WHICH, --rules WHICH"), std::string::npos);
+  std::filesystem::remove(help);
+}
+
 }  // namespace

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "core/scenario/scenario.h"
+
 namespace ira::app {
 namespace {
 
@@ -40,6 +42,27 @@ TEST(ParseCommandLine, SwitchesValuesAndDefaultExtensions) {
   }
   EXPECT_TRUE(ParseCommandLine("--HELP").help);
   EXPECT_TRUE(ParseCommandLine("--version").version);
+}
+
+TEST(ParseCommandLine, RulesOverrideTakesDescribedOrCurrent) {
+  const struct {
+    const char* line;
+    std::optional<std::int16_t> rules;
+    const char* error;
+  } rows[] = {
+      {"/silent", std::nullopt, ""},
+      {"/silent /rules described", kRulesDescribed, ""},
+      {"/silent --RULES=Current", kRulesCurrent, ""},
+      {"/silent /Rules current /rules described", kRulesDescribed, ""},  // the last one given wins
+      {"/silent /rules law", std::nullopt, "/rules takes \"described\" or \"current\", not \"law\""},
+      {"/silent --rules=", std::nullopt, "--rules takes \"described\" or \"current\""},
+      {"/silent /rules /input x", std::nullopt, "/rules takes \"described\" or \"current\""},
+  };
+  for (const auto& r : rows) {
+    const CommandLine cl = ParseCommandLine(r.line);
+    EXPECT_EQ(cl.rules, r.rules) << r.line;
+    EXPECT_EQ(cl.error, r.error) << r.line;
+  }
 }
 
 TEST(JoinArguments, RoundTripsThroughSplitCommandLine) {

@@ -84,6 +84,7 @@ int RunBatch(const CommandLine& cl, std::ostream& err) {
   tables::ReadTableVI();
   tables::ReadTableV();
   if (!file::OpenFile(cl.input, TheScenario())) return kExitBadScenario;
+  if (cl.rules) TheScenario().Gen.RuleSet = *cl.rules;
 
   const std::string temporary = TemporaryPath(cl.output);
   try {

@@ -3,11 +3,12 @@
 #include <optional>
 
 #include "core/base/text.h"
+#include "core/scenario/scenario.h"
 
 namespace ira::app {
 namespace {
 
-enum class Switch { None, Silent, Input, Output, Help, Version };
+enum class Switch { None, Silent, Input, Output, Rules, Help, Version };
 
 struct SwitchName {
   const char* name;
@@ -18,7 +19,14 @@ struct SwitchName {
 constexpr SwitchName kSwitches[] = {
     {"silent", Switch::Silent}, {"input", Switch::Input},     {"output", Switch::Output},
     {"help", Switch::Help},     {"?", Switch::Help},          {"version", Switch::Version},
+    {"rules", Switch::Rules},
 };
+
+// The values of --rules, matched without regard to case.
+constexpr struct {
+  const char* name;
+  std::int16_t ruleSet;
+} kRuleNames[] = {{"described", kRulesDescribed}, {"current", kRulesCurrent}};
 
 struct Token {
   Switch kind = Switch::None;
@@ -140,6 +148,17 @@ CommandLine ParseCommandLine(std::string_view commandLine) {
         if (!ValueAt(args, i, token) && cl.error.empty())
           cl.error = args[i] + " needs a file name";
         break;
+      case Switch::Rules: {
+        const std::string written = args[i].substr(0, args[i].find('='));
+        const std::string value = ValueAt(args, i, token).value_or("");
+        cl.rules.reset();
+        for (const auto& r : kRuleNames)
+          if (ToLower(value) == r.name) cl.rules = r.ruleSet;
+        if (!cl.rules && cl.error.empty())
+          cl.error = written + " takes \"described\" or \"current\"" +
+                     (value.empty() ? "" : ", not \"" + value + "\"");
+        break;
+      }
     }
   }
   cl.silent = IsSilent(commandLine);
@@ -149,7 +168,7 @@ CommandLine ParseCommandLine(std::string_view commandLine) {
 }
 
 std::string UsageText() {
-  return "Usage: tallyra [/silent /input SCENARIO[.ira] /output REPORT[.txt]]\n"
+  return "Usage: tallyra [/silent /input SCENARIO[.ira] /output REPORT[.txt] [/rules described|current]]\n"
          "\n"
          "Without /silent the desktop program starts. With /silent the scenario is\n"
          "read and its reports are written to the output file, without a window.\n"
@@ -158,6 +177,10 @@ std::string UsageText() {
          "  /input FILE, --input FILE  the scenario file (\".ira\" is added when FILE has no extension)\n"
          "  /output FILE, --output FILE\n"
          "                             the report file (\".txt\" is added when FILE has no extension)\n"
+         "  /rules WHICH, --rules WHICH\n"
+         "                             compute under these rules, whatever the scenario file says:\n"
+         "                             \"described\" (the regulations of 1987 to 2002) or \"current\"\n"
+         "                             (the law in force in each year)\n"
          "  --help                     show this text\n"
          "  --version                  show the program's version\n"
          "\n"

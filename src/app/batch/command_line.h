@@ -3,9 +3,12 @@
 // without regard to case; their values keep their case (file names are
 // case-sensitive here). A value follows its switch after a blank or "=" and
 // may be quoted: tallyra /silent /input "my plan.ira" /output=plan.txt.
-// The GNU forms --silent, --input, --output, --help and --version work too.
+// "/rules described" or "/rules current" overrides the scenario's rule set.
+// The GNU forms --silent, --input, --output, --rules, --help and --version work too.
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,6 +31,7 @@ struct CommandLine {
   bool silent = false;
   std::string input;   // the scenario file of the batch run
   std::string output;  // the report file of the batch run
+  std::optional<std::int16_t> rules;  // --rules: the rule set that overrides the file's
   bool help = false;
   bool version = false;
   std::string error;  // a switch nobody knows, or a file switch without a file

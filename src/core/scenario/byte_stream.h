@@ -37,6 +37,8 @@ class ByteReader {
 
   const std::string& Name() const { return m_name; }
   std::size_t Remaining() const { return m_data.size() - m_pos; }
+  // The bytes not read yet.
+  std::span<const std::uint8_t> Rest() const { return m_data.subspan(m_pos); }
 
   // Refuses the file as incomplete when fewer than `size` bytes are left;
   // `what` names the part that is cut off ("general inputs").

@@ -15,6 +15,7 @@
 #include "core/base/program.h"
 #include "core/base/text.h"
 #include "core/scenario/convert.h"
+#include "core/scenario/extension.h"
 #include "core/scenario/records.h"
 
 namespace ira::file {
@@ -23,8 +24,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::string_view kSignature = "NOTVB3";
-// Bytes after the last possible IRA record are never read.
-constexpr std::size_t kMaxFileSize = kHeaderSize + kGeneralRecordSize + 32767 * kIraRecordSize;
 
 std::string CauseText(int err) { return std::generic_category().message(err); }
 
@@ -55,6 +54,7 @@ std::vector<std::uint8_t> ScenarioBytes(const Scenario& scenario) {
   out.Field(kSignature, kSignatureSize);
   out.Field(FileVersionTag(), kTagWidth);
   WriteRecords(out, scenario);
+  WriteExtension(out, scenario);
   return std::move(out.Data());
 }
 
@@ -151,6 +151,10 @@ void LoadFile(ByteReader& in, Scenario& out) {
     Conv0120_2_0210(in, out);
   } else {
     ReadScenario(in, GeneralLayout{}, out);
+    // Only the current layout can carry the block: older versions never wrote one.
+    if (!ReadExtension(in.Rest(), out)) {
+      ShowMessage(kFileErrorTitle, "The file " + in.Name() + kDamagedExtensionText, MsgIcon::Exclamation);
+    }
   }
 }
 

@@ -29,6 +29,8 @@ bool OpenData(const std::string& name, std::span<const std::uint8_t> data, Scena
 
 // Reads a "NOTVB3" file from its start, dispatching on the version tag.
 // Throws RefusedFile for a damaged file; `out` is only written on success.
+// A damaged extension block is no refusal: the file loads with the block's
+// defaults where it is damaged, and one notice names the file.
 void LoadFile(ByteReader& in, Scenario& out);
 
 // Save As refuses program folder + "/DEBUG.IRA" (case-insensitively) with the
@@ -41,6 +43,11 @@ std::string DebugFilePath();
 inline constexpr const char* kNotFoundTitle = "File not found";
 inline constexpr const char* kFileErrorTitle = "File Error";
 inline constexpr const char* kReservedNameTitle = "Reserved File Name";
+// Completes "The file NAME" when the block after the IRA records is damaged.
+inline constexpr const char* kDamagedExtensionText =
+    " is partly damaged: the rule set and beneficiary details stored after its IRA records could not all be "
+    "read, and their defaults stand in for what is damaged. Check the general inputs and the IRAs before "
+    "saving.";
 inline constexpr const char* kProjYearsTitle = "WARNING!";
 inline constexpr const char* kProjYearsText =
     "Error in number of Projection years read from file.\nProjection Mode will be turned off.";
