@@ -15,7 +15,7 @@
 int main(int argc, char** argv) {
   using namespace ira::app;
   try {
-    const CommandLine cl = ParseCommandLine(JoinArguments(std::vector<std::string>(argv + 1, argv + argc)));
+    const CommandLine cl = ParseArguments(std::vector<std::string>(argv + 1, argv + argc));
     if (cl.help) {
       std::cout << UsageText();
       return kExitOk;

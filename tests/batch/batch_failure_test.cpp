@@ -8,10 +8,13 @@
 #include <fcntl.h>
 #include <signal.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <functional>
+#include <thread>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -32,31 +35,52 @@ struct RunResult {
   std::string err;
 };
 
-// Runs `program` with `args`; a non-zero `fileSizeLimit` makes every file the
-// child writes stop growing there, as on a full disk.
-RunResult RunProgram(const std::string& program, const std::vector<std::string>& args, const std::string& errFile,
-              rlim_t fileSizeLimit = 0) {
+// What the child does before it runs the program: its standard output goes
+// to `outFile` when one is named, `beforeExec` runs in the child.
+struct ChildSetup {
+  std::string outFile;
+  std::function<void()> beforeExec;
+};
+
+pid_t StartProgram(const std::string& program, const std::vector<std::string>& args, const std::string& errFile,
+                   rlim_t fileSizeLimit = 0, const ChildSetup& setup = {}) {
   const pid_t pid = ::fork();
   if (pid == 0) {
     const int err = ::open(errFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
     if (err < 0 || ::dup2(err, 2) < 0) ::_exit(126);
+    if (!setup.outFile.empty()) {
+      const int out = ::open(setup.outFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+      if (out < 0 || ::dup2(out, 1) < 0) ::_exit(126);
+    }
     if (fileSizeLimit != 0) {
       // Ignored, the signal leaves the write to fail with EFBIG.
       ::signal(SIGXFSZ, SIG_IGN);
       const rlimit limit{fileSizeLimit, fileSizeLimit};
       if (::setrlimit(RLIMIT_FSIZE, &limit) != 0) ::_exit(126);
     }
+    if (setup.beforeExec) setup.beforeExec();
     std::vector<char*> argv{const_cast<char*>(program.c_str())};
     for (const std::string& a : args) argv.push_back(const_cast<char*>(a.c_str()));
     argv.push_back(nullptr);
     ::execv(program.c_str(), argv.data());
     ::_exit(127);
   }
+  return pid;
+}
+
+RunResult FinishProgram(pid_t pid, const std::string& errFile) {
   int raw = 0;
   ::waitpid(pid, &raw, 0);
   RunResult result{WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, ReadFileBytes(errFile)};
   fs::remove(errFile);
   return result;
+}
+
+// Runs `program` with `args`; a non-zero `fileSizeLimit` makes every file the
+// child writes stop growing there, as on a full disk.
+RunResult RunProgram(const std::string& program, const std::vector<std::string>& args, const std::string& errFile,
+                     rlim_t fileSizeLimit = 0, const ChildSetup& setup = {}) {
+  return FinishProgram(StartProgram(program, args, errFile, fileSizeLimit, setup), errFile);
 }
 
 std::string NotFound(const std::string& path) {
@@ -175,9 +199,10 @@ TEST(BatchFailures, UnwritableOutputOrUnreadableInputLeavesTheFilesAsTheyWere) {
   } rows[] = {
       {"output inside a regular file", good, plainFile + "/out.txt", 0, 3,
        cannotWrite + plainFile + "/out.txt cannot be written (", "Not a directory)\n"},
-      {"full disk while writing over a report", good, previous, 2000, 3, cannotWrite + previous + " cannot be written (",
-       "File too large)\n"},
-      {"output is a folder", good, aFolder, 0, 3, cannotWrite + aFolder + " cannot be written (", ")\n"},
+      // The reason once, not wrapped in a second "cannot be written".
+      {"full disk while writing over a report", good, previous, 2000, 3,
+       cannotWrite + previous + " cannot be written (File too large)\n", ""},
+      {"output is a folder", good, aFolder, 0, 3, cannotWrite + aFolder + " cannot be written (it is a folder)\n", ""},
       {"damaged input, a report there before", damaged, previous, 0, 1,
        "Incorrect File: The file " + damaged + " is incomplete: it ends inside its general inputs.\n", ""},
       {"input is a folder", aFolder, previous, 0, 1,
@@ -196,6 +221,160 @@ TEST(BatchFailures, UnwritableOutputOrUnreadableInputLeavesTheFilesAsTheyWere) {
     EXPECT_EQ(ReadFileBytes(plainFile), "a file, not a folder");
     EXPECT_TRUE(fs::is_directory(aFolder));
     EXPECT_EQ(FolderContent(folder.Path()), before);  // nothing left behind
+  }
+}
+
+std::string ModeOf(const std::string& path) {
+  struct stat st {};
+  if (::stat(path.c_str(), &st) != 0) return "none";
+  char text[8];
+  std::snprintf(text, sizeof text, "%o", st.st_mode & 07777);
+  return text;
+}
+
+// The output file where it is something other than a new plain file: what
+// was there keeps its nature, and nothing else is touched.
+TEST(BatchOutput, ReplacedFilesKeepWhatTheyWereAndLinksAreFollowed) {
+  TempFolder folder;
+  const std::string program = kBuiltFolder + "/tallyra";
+  const std::string input = kCases + "/deceased-owner.ira";
+  const std::string expected = ReadFileBytes(std::string(TALLYRA_BATCH_CASES) + "/deceased-owner.expected.txt");
+  const auto run = [&](const std::string& output, const ChildSetup& setup = {}) {
+    return RunProgram(program, {"/silent", "/input", input, "/output", output}, folder.File("err.txt"), 0, setup);
+  };
+
+  // A private report stays private.
+  const std::string secret = folder.File("secret.txt");
+  WriteFileBytes(secret, "old");
+  fs::permissions(secret, fs::perms::owner_read | fs::perms::owner_write);
+  EXPECT_EQ(run(secret).status, 0);
+  EXPECT_EQ(ModeOf(secret), "600");
+  EXPECT_EQ(ReadFileBytes(secret), expected);
+
+  // A link stays a link; its target gets the report, even a target not there yet.
+  const std::string target = folder.File("target.txt");
+  fs::create_symlink("target.txt", folder.File("link.txt"));
+  EXPECT_EQ(run(folder.File("link.txt")).status, 0);
+  EXPECT_TRUE(fs::is_symlink(folder.File("link.txt")));
+  EXPECT_EQ(ReadFileBytes(target), expected);
+
+  // Hard links go on sharing the file.
+  const std::string first = folder.File("first.txt");
+  WriteFileBytes(first, "old");
+  fs::create_hard_link(first, folder.File("second.txt"));
+  EXPECT_EQ(run(first).status, 0);
+  EXPECT_EQ(ReadFileBytes(folder.File("second.txt")), expected);
+  EXPECT_EQ(fs::hard_link_count(first), 2u);
+
+  // A FIFO is written to, not replaced.
+  const std::string fifo = folder.File("fifo");
+  ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+  // Held open both ways here, so the run never waits for a reader and the
+  // report (smaller than the pipe's buffer) waits in it.
+  const int pipe = ::open(fifo.c_str(), O_RDWR | O_NONBLOCK);
+  ASSERT_GE(pipe, 0);
+  EXPECT_EQ(run(fifo).status, 0);
+  std::string fromFifo(65536, '\0');
+  fromFifo.resize(static_cast<std::size_t>(std::max<ssize_t>(0, ::read(pipe, fromFifo.data(), fromFifo.size()))));
+  ::close(pipe);
+  EXPECT_EQ(fromFifo, expected);
+  EXPECT_TRUE(fs::is_fifo(fifo));
+
+  // "-" is standard output; /dev/null takes no extension.
+  EXPECT_EQ(run("-", {folder.File("stdout.txt"), {}}).status, 0);
+  EXPECT_EQ(ReadFileBytes(folder.File("stdout.txt")), expected);
+  EXPECT_EQ(run("/dev/null").status, 0);
+
+  // A planted link at any temporary name is never written through.
+  const std::string victim = folder.File("victim");
+  WriteFileBytes(victim, "precious");
+  const ChildSetup plant{{}, [&] {
+                           const std::string name = folder.File(".out.txt.tmp" + std::to_string(::getpid()));
+                           if (::symlink(victim.c_str(), name.c_str()) != 0) ::_exit(125);
+                         }};
+  EXPECT_EQ(run(folder.File("out.txt"), plant).status, 0);
+  EXPECT_EQ(ReadFileBytes(victim), "precious");
+  EXPECT_EQ(ReadFileBytes(folder.File("out.txt")), expected);
+}
+
+// Names that are no plain file, and two names for one file.
+TEST(BatchOutput, SpecialNamesAreRefusedOrWrittenAsTheyAre) {
+  TempFolder folder;
+  const std::string program = kBuiltFolder + "/tallyra";
+  const std::string input = folder.File("in.ira");
+  fs::copy_file(kCases + "/deceased-owner.ira", input);
+  fs::create_directory(folder.File("dir"));
+  const std::string cannotWrite = "tallyra: the output file ";
+  struct Row {
+    std::vector<std::string> args;
+    int status;
+    std::string err;
+  } rows[] = {
+      {{"/output", "/dev/full"}, 3, cannotWrite + "/dev/full cannot be written (No space left on device)\n"},
+      {{"/output", folder.File("dir/")}, 3, cannotWrite + folder.File("dir/") + " cannot be written (it is a folder)\n"},
+      {{"/output", folder.File(".")}, 3, cannotWrite + folder.File(".") + " cannot be written (it is a folder)\n"},
+      {{"/output", folder.File("dir/../in.ira")}, 2,
+       cannotWrite + folder.File("dir/../in.ira") + " is the input scenario; name another output file\n"},
+      {{"/output", folder.File("out.txt"), "/input", input}, 2,
+       "tallyra: /input is given more than once\nTry 'tallyra --help'.\n"},
+  };
+  const std::string inputBytes = ReadFileBytes(input);
+  for (const Row& r : rows) {
+    SCOPED_TRACE(r.args[1]);
+    std::vector<std::string> args{"/silent", "/input", input};
+    args.insert(args.end(), r.args.begin(), r.args.end());
+    const RunResult run = RunProgram(program, args, kCases + "/special-err.txt");
+    EXPECT_EQ(run.status, r.status);
+    EXPECT_EQ(run.err, r.err);
+    EXPECT_EQ(ReadFileBytes(input), inputBytes);
+    EXPECT_EQ(FolderContent(folder.Path()), (std::vector<std::string>{"dir", "in.ira"}));
+    EXPECT_TRUE(fs::is_empty(folder.File("dir")));
+  }
+  EXPECT_FALSE(fs::exists("/dev/full.txt"));
+
+  // Quotes and tabs are part of a file's name, not of a command line.
+  const std::string odd = folder.File("my \"odd\"\tplan.ira");
+  fs::copy_file(input, odd);
+  const RunResult run =
+      RunProgram(program, {"/silent", "/input", odd, "/output", odd + ".txt"}, kCases + "/special-err.txt");
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(ReadFileBytes(odd + ".txt"),
+            ReadFileBytes(std::string(TALLYRA_BATCH_CASES) + "/deceased-owner.expected.txt"));
+}
+
+// A run stopped by SIGTERM or SIGINT while it writes leaves no temporary file.
+TEST(BatchOutput, StoppedRunLeavesNoTemporaryFile) {
+  TempFolder folder;
+  Scenario s;
+  s.Gen.OwnerBirthDate = MakeDate(1930, 3, 1);
+  s.Gen.DCY = 2005;
+  s.Gen.DistType = -1;
+  s.Gen.ProjectionYears = 100;
+  for (int i = 0; i < 2000; ++i) {
+    IraRecord& r = s.AddIra();
+    r.Benefit = Money::FromWhole(100'000);
+    r.RateOfReturn = 5;
+  }
+  const std::string input = folder.File("big.ira");
+  WriteFileBytes(input, FileBytes(s, FileVersion::Current));
+  for (int sig : {SIGTERM, SIGINT}) {
+    SCOPED_TRACE(sig);
+    const std::string errFile = kCases + "/stopped-err.txt";
+    const pid_t pid =
+        StartProgram(kBuiltFolder + "/tallyra", {"/silent", "/input", input, "/output", folder.File("out.txt")}, errFile);
+    // Stopped as soon as the report is being written.
+    bool writing = false;
+    for (int wait = 0; wait < 2000 && !writing; ++wait) {
+      for (const std::string& name : FolderContent(folder.Path())) writing = writing || name.starts_with(".out.txt");
+      if (!writing) std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    ASSERT_TRUE(writing);
+    ::kill(pid, sig);
+    int raw = 0;
+    ::waitpid(pid, &raw, 0);
+    fs::remove(errFile);
+    EXPECT_TRUE(WIFSIGNALED(raw) && WTERMSIG(raw) == sig);
+    EXPECT_EQ(FolderContent(folder.Path()), std::vector<std::string>{"big.ira"});
   }
 }
 

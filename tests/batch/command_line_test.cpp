@@ -32,6 +32,11 @@ TEST(ParseCommandLine, SwitchesValuesAndDefaultExtensions) {
       {"input without silent starts interactively", "/input plan.ira", false, "plan.ira", "", ""},
       {"unknown switch", "/silent /colour red", true, "", "", "Unknown argument: /colour"},
       {"file switch without a file", "/silent /input /output x", true, "", "x.txt", "/input needs a file name"},
+      {"devices, standard output and folders keep their names", "/input /dev/null /output -", false, "/dev/null",
+       "-", ""},
+      {"folders keep their names", "/input . /output=dir/", false, ".", "dir/", ""},
+      {"a file switch twice", "/silent /input a /output b /INPUT=c", true, "a.ira", "b.txt",
+       "/INPUT is given more than once"},
   };
   for (const Row& r : rows) {
     const CommandLine cl = ParseCommandLine(r.line);
@@ -53,7 +58,7 @@ TEST(ParseCommandLine, RulesOverrideTakesDescribedOrCurrent) {
       {"/silent", std::nullopt, ""},
       {"/silent /rules described", kRulesDescribed, ""},
       {"/silent --RULES=Current", kRulesCurrent, ""},
-      {"/silent /Rules current /rules described", kRulesDescribed, ""},  // the last one given wins
+      {"/silent /Rules current /rules described", kRulesDescribed, "/rules is given more than once"},
       {"/silent /rules law", std::nullopt, "/rules takes \"described\" or \"current\", not \"law\""},
       {"/silent --rules=", std::nullopt, "--rules takes \"described\" or \"current\""},
       {"/silent /rules /input x", std::nullopt, "/rules takes \"described\" or \"current\""},
@@ -63,6 +68,15 @@ TEST(ParseCommandLine, RulesOverrideTakesDescribedOrCurrent) {
     EXPECT_EQ(cl.rules, r.rules) << r.line;
     EXPECT_EQ(cl.error, r.error) << r.line;
   }
+}
+
+// Arguments are taken as the program got them: quotes and tabs belong to
+// the file names.
+TEST(ParseArguments, KeepsQuotesAndTabsInValues) {
+  const CommandLine cl = ParseArguments({"/silent", "/input", "my \"plan\"\t1", "--output=a \"b\".txt"});
+  EXPECT_EQ(cl.error, "");
+  EXPECT_EQ(cl.input, "my \"plan\"\t1.ira");
+  EXPECT_EQ(cl.output, "a \"b\".txt");
 }
 
 TEST(JoinArguments, RoundTripsThroughSplitCommandLine) {

@@ -4,8 +4,10 @@
 #include <filesystem>
 #include <string>
 #include <system_error>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include "app/batch/output_file.h"
 #include "core/base/errors.h"
 #include "core/base/messages.h"
 #include "core/reports/display_master.h"
@@ -58,11 +60,12 @@ class SinkScope {
   SinkScope& operator=(const SinkScope&) = delete;
 };
 
-// A hidden name in the output's own folder, so that the rename stays on one file system.
-std::string TemporaryPath(const std::string& output) {
-  const std::filesystem::path target(output);
-  const std::string name = "." + target.filename().string() + ".tmp" + std::to_string(::getpid());
-  return (target.parent_path() / name).string();
+// True when `output` names the regular file `input` is (through links, other
+// spellings or hard links alike).
+bool SameFile(const std::string& input, const std::string& output) {
+  struct stat in {}, out {};
+  if (::stat(input.c_str(), &in) != 0 || ::stat(output.c_str(), &out) != 0) return false;
+  return S_ISREG(in.st_mode) && in.st_dev == out.st_dev && in.st_ino == out.st_ino;
 }
 
 }  // namespace
@@ -77,6 +80,10 @@ int RunBatch(const CommandLine& cl, std::ostream& err) {
     err << "tallyra: the batch run needs /input SCENARIO and /output REPORT\n";
     return kExitUsage;
   }
+  if (SameFile(cl.input, cl.output)) {
+    err << "tallyra: the output file " << cl.output << " is the input scenario; name another output file\n";
+    return kExitUsage;
+  }
   BatchMessages messages(err);
   BatchErrors errors(err);
   SinkScope scope(messages, errors);
@@ -86,20 +93,18 @@ int RunBatch(const CommandLine& cl, std::ostream& err) {
   if (!file::OpenFile(cl.input, TheScenario())) return kExitBadScenario;
   if (cl.rules) TheScenario().Gen.RuleSet = *cl.rules;
 
-  const std::string temporary = TemporaryPath(cl.output);
+  std::string reason;
   try {
+    OutputFile output(cl.output);
     reports::DisplayMaster(reports::ReportMode::File, BatchReportFlags(),
-                           reports::ReportTarget{nullptr, nullptr, temporary});
-    std::filesystem::rename(temporary, cl.output);
-  } catch (const std::exception& e) {
-    std::error_code ignored;
-    std::filesystem::remove(temporary, ignored);
-    // The temporary file is our own affair: the user is told about the file
-    // they named, with the system's reason.
-    const auto* fsError = dynamic_cast<const std::filesystem::filesystem_error*>(&e);
-    std::string reason = fsError != nullptr ? fsError->code().message() : e.what();
-    for (auto at = reason.find(temporary); at != std::string::npos; at = reason.find(temporary))
-      reason.replace(at, temporary.size(), cl.output);
+                           reports::ReportTarget{nullptr, nullptr, cl.output, output.Stream()});
+    output.Publish();
+  } catch (const OutputError& e) {
+    reason = e.what();
+  } catch (const FileError& e) {
+    reason = e.what();
+  }
+  if (!reason.empty()) {
     err << "tallyra: the output file " << cl.output << " cannot be written (" << reason << ")\n";
     return kExitOutputFailed;
   }

@@ -1,8 +1,8 @@
 // The silent batch run: load the life expectancy tables, open the /input
 // scenario with every check and conversion, and write its reports to the
 // /output file. Messages go to standard error as "TITLE: text"; the output
-// file is written to a temporary file beside it and renamed over it at the
-// end, so a failed run never leaves half a report.
+// file is written as output_file.h says, so a failed run never leaves half a
+// report. An output that is the input scenario itself is refused.
 #pragma once
 
 #include <ostream>

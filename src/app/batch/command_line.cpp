@@ -1,5 +1,8 @@
 #include "app/batch/command_line.h"
 
+#include <sys/stat.h>
+
+#include <algorithm>
 #include <optional>
 
 #include "core/base/text.h"
@@ -68,6 +71,35 @@ bool HasExtension(std::string_view path) {
   return dot != std::string_view::npos && dot > 0;
 }
 
+// Only a plain file name gets the default extension: not "-" (standard
+// output), not a folder ("dir/", ".", ".."), not a device or FIFO that
+// exists under the name as given (/dev/null, /dev/stdout).
+std::string WithDefaultExtension(std::string value, std::string_view defaultExtension) {
+  if (value.empty() || value == "-" || value.ends_with('/') || HasExtension(value)) return value;
+  const std::string_view name = std::string_view(value).substr(value.rfind('/') + 1);
+  if (name == "." || name == "..") return value;
+  struct stat st {};
+  if (::stat(value.c_str(), &st) == 0 && !S_ISREG(st.st_mode)) return value;
+  if (!defaultExtension.starts_with('.')) value += '.';
+  value += defaultExtension;
+  return value;
+}
+
+// The value of the first `wanted` switch among `args`, with its default extension.
+std::string FileValue(const std::vector<std::string>& args, Switch wanted, std::string_view defaultExtension) {
+  for (std::size_t i = 0; i < args.size(); ++i) {
+    const Token token = ReadSwitch(args[i]);
+    if (token.kind == wanted) return WithDefaultExtension(ValueAt(args, i, token).value_or(""), defaultExtension);
+  }
+  return {};
+}
+
+bool HasSilent(const std::vector<std::string>& args) {
+  for (const std::string& arg : args)
+    if (ReadSwitch(arg).kind == Switch::Silent) return true;
+  return false;
+}
+
 }  // namespace
 
 std::string JoinArguments(const std::vector<std::string>& args) {
@@ -104,36 +136,31 @@ std::vector<std::string> SplitCommandLine(std::string_view commandLine) {
   return args;
 }
 
-bool IsSilent(std::string_view commandLine) {
-  for (const std::string& arg : SplitCommandLine(commandLine))
-    if (ReadSwitch(arg).kind == Switch::Silent) return true;
-  return false;
-}
+bool IsSilent(std::string_view commandLine) { return HasSilent(SplitCommandLine(commandLine)); }
 
 std::string GetArg(std::string_view commandLine, std::string_view defaultExtension, std::string_view switchName) {
-  const Switch wanted = ReadSwitch(switchName).kind;
-  const std::vector<std::string> args = SplitCommandLine(commandLine);
-  for (std::size_t i = 0; i < args.size(); ++i) {
-    const Token token = ReadSwitch(args[i]);
-    if (token.kind != wanted) continue;
-    std::string value = ValueAt(args, i, token).value_or("");
-    if (!value.empty() && !HasExtension(value)) {
-      if (!defaultExtension.starts_with('.')) value += '.';
-      value += defaultExtension;
-    }
-    return value;
-  }
-  return {};
+  return FileValue(SplitCommandLine(commandLine), ReadSwitch(switchName).kind, defaultExtension);
 }
 
-CommandLine ParseCommandLine(std::string_view commandLine) {
+CommandLine ParseCommandLine(std::string_view commandLine) { return ParseArguments(SplitCommandLine(commandLine)); }
+
+CommandLine ParseArguments(const std::vector<std::string>& args) {
   CommandLine cl;
-  const std::vector<std::string> args = SplitCommandLine(commandLine);
+  auto fail = [&cl](std::string error) {
+    if (cl.error.empty()) cl.error = std::move(error);
+  };
+  std::vector<Switch> seen;
   for (std::size_t i = 0; i < args.size(); ++i) {
     const Token token = ReadSwitch(args[i]);
+    const std::string written = args[i].substr(0, args[i].find('='));
+    // A second file or rules switch would leave one of the two ignored.
+    if (token.kind == Switch::Input || token.kind == Switch::Output || token.kind == Switch::Rules) {
+      if (std::find(seen.begin(), seen.end(), token.kind) != seen.end()) fail(written + " is given more than once");
+      seen.push_back(token.kind);
+    }
     switch (token.kind) {
       case Switch::None:
-        if (cl.error.empty()) cl.error = "Unknown argument: " + args[i];
+        fail("Unknown argument: " + args[i]);
         break;
       case Switch::Help:
         cl.help = true;
@@ -145,25 +172,20 @@ CommandLine ParseCommandLine(std::string_view commandLine) {
         break;
       case Switch::Input:
       case Switch::Output:
-        if (!ValueAt(args, i, token) && cl.error.empty())
-          cl.error = args[i] + " needs a file name";
+        if (!ValueAt(args, i, token)) fail(args[i] + " needs a file name");
         break;
       case Switch::Rules: {
-        const std::string written = args[i].substr(0, args[i].find('='));
         const std::string value = ValueAt(args, i, token).value_or("");
-        cl.rules.reset();
         for (const auto& r : kRuleNames)
           if (ToLower(value) == r.name) cl.rules = r.ruleSet;
-        if (!cl.rules && cl.error.empty())
-          cl.error = written + " takes \"described\" or \"current\"" +
-                     (value.empty() ? "" : ", not \"" + value + "\"");
+        if (!cl.rules) fail(written + " takes \"described\" or \"current\"" + (value.empty() ? "" : ", not \"" + value + "\""));
         break;
       }
     }
   }
-  cl.silent = IsSilent(commandLine);
-  cl.input = GetArg(commandLine, ".ira", "/input");
-  cl.output = GetArg(commandLine, "txt", "/output");
+  cl.silent = HasSilent(args);
+  cl.input = FileValue(args, Switch::Input, ".ira");
+  cl.output = FileValue(args, Switch::Output, "txt");
   return cl;
 }
 

@@ -23,8 +23,9 @@ std::vector<std::string> SplitCommandLine(std::string_view commandLine);
 // True when the command line holds the switch /silent (or --silent).
 bool IsSilent(std::string_view commandLine);
 // The value that follows `switchName` ("/input", "/output"), or "" when the
-// switch is absent or has no value. A value without an extension gets
-// `defaultExtension` (".ira", "txt": the dot is added when missing).
+// switch is absent or has no value. A plain file name without an extension
+// gets `defaultExtension` (".ira", "txt": the dot is added when missing); "-",
+// a folder ("dir/", ".") and an existing device or FIFO are left as given.
 std::string GetArg(std::string_view commandLine, std::string_view defaultExtension, std::string_view switchName);
 
 struct CommandLine {
@@ -37,6 +38,10 @@ struct CommandLine {
   std::string error;  // a switch nobody knows, or a file switch without a file
 };
 
+// The program's arguments as given: a value may hold any character, quotes
+// and tabs included. A file or rules switch given twice is an error.
+CommandLine ParseArguments(const std::vector<std::string>& args);
+// The same on one line split by SplitCommandLine.
 CommandLine ParseCommandLine(std::string_view commandLine);
 
 // What --help prints.

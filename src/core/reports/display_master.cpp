@@ -75,10 +75,14 @@ void PrintReport(const ReportEntry& entry, PrintDevice& printer) {
   }
 }
 
-void FileReport(const ReportEntry& entry, const std::string& path) {
+void FileReport(const ReportEntry& entry, const ReportTarget& target) {
   TextSink sink(ReportMode::File);
   entry.routine(sink);
-  WriteFile(path, sink.Text(), "ab");
+  if (target.outputStream == nullptr) {
+    WriteFile(target.outputFile, sink.Text(), "ab");
+  } else if (std::fwrite(sink.Text().data(), 1, sink.Text().size(), target.outputStream) != sink.Text().size()) {
+    throw FileError(kErrPathAccess, std::strerror(errno));
+  }
 }
 
 void RunReport(ReportMode mode, const ReportEntry& entry, const ReportTarget& target) {
@@ -91,7 +95,7 @@ void RunReport(ReportMode mode, const ReportEntry& entry, const ReportTarget& ta
         PrintReport(entry, *target.printer);
         break;
       case ReportMode::File:
-        FileReport(entry, target.outputFile);
+        FileReport(entry, target);
         break;
     }
   } catch (const FileError&) {
@@ -104,7 +108,7 @@ void RunReport(ReportMode mode, const ReportEntry& entry, const ReportTarget& ta
 void CheckTarget(ReportMode mode, const ReportTarget& target) {
   if ((mode == ReportMode::View && target.viewer == nullptr) ||
       (mode == ReportMode::Print && target.printer == nullptr) ||
-      (mode == ReportMode::File && target.outputFile.empty()))
+      (mode == ReportMode::File && target.outputFile.empty() && target.outputStream == nullptr))
     throw std::invalid_argument("DisplayMaster(): no destination for the report mode");
 }
 
@@ -130,7 +134,7 @@ void DisplayMaster(ReportMode mode, int flags, const ReportTarget& target) {
 void DisplayMaster(ReportMode mode, int flags, const ReportTarget& target, const ReportTable& table) {
   if (flags <= 0) return;
   CheckTarget(mode, target);
-  if (mode == ReportMode::File) WriteFile(target.outputFile, "", "wb");
+  if (mode == ReportMode::File && target.outputStream == nullptr) WriteFile(target.outputFile, "", "wb");
   for (const ReportEntry& entry : table) {
     if ((flags & entry.flag) == 0) continue;
     if (entry.flag == kRptProjection && !ProjectionModeOn()) {

@@ -19,6 +19,7 @@
 #pragma once
 
 #include <array>
+#include <cstdio>
 #include <functional>
 #include <string>
 
@@ -73,6 +74,10 @@ struct ReportTarget {
   ReportViewer* viewer = nullptr;   // View
   PrintDevice* printer = nullptr;   // Print
   std::string outputFile;           // File
+  // File, when the caller opened the output itself: the reports are
+  // appended to this stream, and a failed write throws ira::FileError whose
+  // text is the system's reason alone (the caller names its file).
+  std::FILE* outputStream = nullptr;
 };
 
 // Projection mode is set up when the scenario projects at least one year.
