@@ -75,13 +75,13 @@ void PrintReport(const ReportEntry& entry, PrintDevice& printer) {
   }
 }
 
-void FileReport(const ReportEntry& entry, const std::string& path) {
+void FileReport(const ReportEntry& entry, std::string& text) {
   TextSink sink(ReportMode::File);
   entry.routine(sink);
-  WriteFile(path, sink.Text(), "ab");
+  text += sink.Text();
 }
 
-void RunReport(ReportMode mode, const ReportEntry& entry, const ReportTarget& target) {
+void RunReport(ReportMode mode, const ReportEntry& entry, const ReportTarget& target, std::string& fileText) {
   try {
     switch (mode) {
       case ReportMode::View:
@@ -91,13 +91,26 @@ void RunReport(ReportMode mode, const ReportEntry& entry, const ReportTarget& ta
         PrintReport(entry, *target.printer);
         break;
       case ReportMode::File:
-        FileReport(entry, target.outputFile);
+        FileReport(entry, fileText);
         break;
     }
-  } catch (const FileError&) {
-    throw;  // the output file is the batch run's business
   } catch (const std::exception& e) {
     ReportUnexpected(entry.where, e);
+  }
+}
+
+// Runs the selected reports; file mode's text is collected in `fileText`.
+void RunReports(ReportMode mode, int flags, const ReportTarget& target, const ReportTable& table,
+                std::string& fileText) {
+  for (const ReportEntry& entry : table) {
+    if ((flags & entry.flag) == 0) continue;
+    if (entry.flag == kRptProjection && !ProjectionModeOn()) {
+      if (mode == ReportMode::View &&
+          ShowMessage(kCantShowTitle, kCantShowText, MsgIcon::Information, MsgButtons::OkCancel) == MsgAnswer::Ok)
+        target.viewer->ShowProjectionHelp();
+      continue;
+    }
+    if (entry.routine) RunReport(mode, entry, target, fileText);
   }
 }
 
@@ -130,17 +143,9 @@ void DisplayMaster(ReportMode mode, int flags, const ReportTarget& target) {
 void DisplayMaster(ReportMode mode, int flags, const ReportTarget& target, const ReportTable& table) {
   if (flags <= 0) return;
   CheckTarget(mode, target);
-  if (mode == ReportMode::File) WriteFile(target.outputFile, "", "wb");
-  for (const ReportEntry& entry : table) {
-    if ((flags & entry.flag) == 0) continue;
-    if (entry.flag == kRptProjection && !ProjectionModeOn()) {
-      if (mode == ReportMode::View &&
-          ShowMessage(kCantShowTitle, kCantShowText, MsgIcon::Information, MsgButtons::OkCancel) == MsgAnswer::Ok)
-        target.viewer->ShowProjectionHelp();
-      continue;
-    }
-    if (entry.routine) RunReport(mode, entry, target);
-  }
+  std::string fileText;
+  RunReports(mode, flags, target, table, fileText);
+  if (mode == ReportMode::File) WriteFile(target.outputFile, fileText, "wb");
   if (mode == ReportMode::Print) {
     try {
       PrnManager2(*target.printer, kPrnEndDocument, "", "", "");
@@ -151,6 +156,14 @@ void DisplayMaster(ReportMode mode, int flags, const ReportTarget& target, const
         ReportUnexpected("DisplayMaster()", e);
     }
   }
+}
+
+std::string FileModeText(int flags) { return FileModeText(flags, g_reports); }
+
+std::string FileModeText(int flags, const ReportTable& table) {
+  std::string text;
+  if (flags > 0) RunReports(ReportMode::File, flags, ReportTarget{}, table, text);
+  return text;
 }
 
 void PrintSelectedReports(int flags, PrintDevice& printer) { PrintSelectedReports(flags, printer, g_reports); }
