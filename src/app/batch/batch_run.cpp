@@ -6,6 +6,7 @@
 #include <system_error>
 #include <unistd.h>
 
+#include "app/batch/batch_outputs.h"
 #include "core/base/errors.h"
 #include "core/base/messages.h"
 #include "core/reports/display_master.h"
@@ -84,6 +85,8 @@ int RunBatch(const CommandLine& cl, std::ostream& err) {
   tables::ReadTableVI();
   tables::ReadTableV();
   if (!file::OpenFile(cl.input, TheScenario())) return kExitBadScenario;
+  // The JSON and PDF outputs start from the scenario as read.
+  const Scenario asRead = cl.json || cl.pdf ? TheScenario() : Scenario{};
 
   const std::string temporary = TemporaryPath(cl.output);
   try {
@@ -101,6 +104,14 @@ int RunBatch(const CommandLine& cl, std::ostream& err) {
       reason.replace(at, temporary.size(), cl.output);
     err << "tallyra: the output file " << cl.output << " cannot be written (" << reason << ")\n";
     return kExitOutputFailed;
+  }
+  if (cl.json || cl.pdf) {
+    const std::string failed = WriteScenarioExtras(cl.output, std::filesystem::path(cl.input).filename().string(),
+                                                   asRead, cl.json, cl.pdf);
+    if (!failed.empty()) {
+      err << "tallyra: " << failed << "\n";
+      return kExitOutputFailed;
+    }
   }
   return errors.count == 0 ? kExitOk : kExitReportError;
 }

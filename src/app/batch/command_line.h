@@ -28,12 +28,23 @@ struct CommandLine {
   bool silent = false;
   std::string input;   // the scenario file of the batch run
   std::string output;  // the report file of the batch run
+  // The folder batch: every scenario of batchFolder into outFolder.
+  std::string batchFolder;
+  std::string outFolder;
+  bool recursive = false;
+  int jobs = 0;  // 0: one per processor
+  // Further outputs beside each text report (folder and single-file batch).
+  bool json = false;
+  bool pdf = false;
   bool help = false;
   bool version = false;
   std::string error;  // a switch nobody knows, or a file switch without a file
 };
 
 CommandLine ParseCommandLine(std::string_view commandLine);
+
+// The most scenarios a folder batch computes at once.
+inline constexpr int kMaxJobs = 256;
 
 // What --help prints.
 std::string UsageText();
