@@ -18,7 +18,7 @@ if ! dpkg-query -W -f='${Status}' libclang-rt-14-dev 2>/dev/null | grep -q "inst
   apt-get install -y -qq clang-14 libclang-rt-14-dev
 fi
 cxx=$(command -v clang++-14)
-cmake -S "$here/fuzz" -B "$build" -G Ninja -DCMAKE_CXX_COMPILER="$cxx" >/dev/null
+cmake -S "$here/fuzz" -B "$build" -G Ninja -DCMAKE_CXX_COMPILER="$cxx" -DTALLYRA_WERROR=ON >/dev/null
 cmake --build "$build" -j "$(nproc)"
 
 corpus=$build/corpus

@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "app/batch/batch_outputs.h"
 #include "app/batch/output_file.h"
 #include "core/base/errors.h"
 #include "core/base/messages.h"
@@ -92,6 +93,8 @@ int RunBatch(const CommandLine& cl, std::ostream& err) {
   tables::ReadTableV();
   if (!file::OpenFile(cl.input, TheScenario())) return kExitBadScenario;
   if (cl.rules) TheScenario().Gen.RuleSet = *cl.rules;
+  // The JSON and PDF outputs start from the scenario as read.
+  const Scenario asRead = cl.json || cl.pdf ? TheScenario() : Scenario{};
 
   std::string reason;
   try {
@@ -107,6 +110,14 @@ int RunBatch(const CommandLine& cl, std::ostream& err) {
   if (!reason.empty()) {
     err << "tallyra: the output file " << cl.output << " cannot be written (" << reason << ")\n";
     return kExitOutputFailed;
+  }
+  if (cl.json || cl.pdf) {
+    const std::string failed = WriteScenarioExtras(cl.output, std::filesystem::path(cl.input).filename().string(),
+                                                   asRead, cl.json, cl.pdf);
+    if (!failed.empty()) {
+      err << "tallyra: " << failed << "\n";
+      return kExitOutputFailed;
+    }
   }
   return errors.count == 0 ? kExitOk : kExitReportError;
 }

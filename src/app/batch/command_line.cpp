@@ -11,7 +11,7 @@
 namespace ira::app {
 namespace {
 
-enum class Switch { None, Silent, Input, Output, Rules, Help, Version };
+enum class Switch { None, Silent, Input, Output, Rules, Help, Version, Batch, Out, Recursive, Jobs, Json, Pdf };
 
 struct SwitchName {
   const char* name;
@@ -23,6 +23,8 @@ constexpr SwitchName kSwitches[] = {
     {"silent", Switch::Silent}, {"input", Switch::Input},     {"output", Switch::Output},
     {"help", Switch::Help},     {"?", Switch::Help},          {"version", Switch::Version},
     {"rules", Switch::Rules},
+    {"batch", Switch::Batch},   {"out", Switch::Out},         {"recursive", Switch::Recursive},
+    {"jobs", Switch::Jobs},     {"json", Switch::Json},       {"pdf", Switch::Pdf},
 };
 
 // The values of --rules, matched without regard to case.
@@ -62,6 +64,17 @@ std::optional<std::string> ValueAt(const std::vector<std::string>& args, std::si
   if (token.inlineValue) return token.inlineValue;
   if (i + 1 < args.size() && ReadSwitch(args[i + 1]).kind == Switch::None) return args[++i];
   return std::nullopt;
+}
+
+// 0 for anything but a whole number from 1 to kMaxJobs.
+int ParseJobs(const std::string& text) {
+  int n = 0;
+  for (char c : text) {
+    if (c < '0' || c > '9') return 0;
+    n = n * 10 + (c - '0');
+    if (n > kMaxJobs) return 0;
+  }
+  return n;
 }
 
 bool HasExtension(std::string_view path) {
@@ -170,6 +183,31 @@ CommandLine ParseArguments(const std::vector<std::string>& args) {
         break;
       case Switch::Silent:
         break;
+      case Switch::Recursive:
+        cl.recursive = true;
+        break;
+      case Switch::Json:
+        cl.json = true;
+        break;
+      case Switch::Pdf:
+        cl.pdf = true;
+        break;
+      case Switch::Batch:
+      case Switch::Out:
+      case Switch::Jobs: {
+        const std::optional<std::string> value = ValueAt(args, i, token);
+        if (!value || value->empty()) {
+          if (cl.error.empty()) cl.error = args[i] + (token.kind == Switch::Jobs ? " needs a number" : " needs a folder");
+        } else if (token.kind == Switch::Batch) {
+          cl.batchFolder = *value;
+        } else if (token.kind == Switch::Out) {
+          cl.outFolder = *value;
+        } else {
+          cl.jobs = ParseJobs(*value);
+          if (cl.jobs == 0 && cl.error.empty()) cl.error = args[i] + " needs a number from 1 to " + std::to_string(kMaxJobs);
+        }
+        break;
+      }
       case Switch::Input:
       case Switch::Output:
         if (!ValueAt(args, i, token)) fail(args[i] + " needs a file name");
@@ -190,10 +228,15 @@ CommandLine ParseArguments(const std::vector<std::string>& args) {
 }
 
 std::string UsageText() {
-  return "Usage: tallyra [/silent /input SCENARIO[.ira] /output REPORT[.txt] [/rules described|current]]\n"
+  return "Usage: tallyra [/silent /input SCENARIO[.ira] /output REPORT[.txt]] [--rules described|current]\n"
+         "                [--json] [--pdf]\n"
+         "       tallyra --batch DIR --out OUTDIR [--recursive] [--jobs N] [--rules described|current]\n"
+         "                [--json] [--pdf]\n"
          "\n"
-         "Without /silent the desktop program starts. With /silent the scenario is\n"
-         "read and its reports are written to the output file, without a window.\n"
+         "Without /silent or /batch the desktop program starts. With /silent the scenario\n"
+         "is read and its reports are written to the output file, without a window.\n"
+         "With /batch every NAME.ira of DIR gets its report NAME.txt in OUTDIR, and\n"
+         "OUTDIR gets summary.csv (a row per account) and totals.csv (a row per scenario).\n"
          "\n"
          "  /silent, --silent          run the batch job\n"
          "  /input FILE, --input FILE  the scenario file (\".ira\" is added when FILE has no extension)\n"
@@ -203,6 +246,12 @@ std::string UsageText() {
          "                             compute under these rules, whatever the scenario file says:\n"
          "                             \"described\" (the regulations of 1987 to 2002) or \"current\"\n"
          "                             (the law in force in each year)\n"
+         "  /batch DIR, --batch DIR    every scenario file of the folder DIR\n"
+         "  /out DIR, --out DIR        the folder the folder batch writes into\n"
+         "  --recursive                the scenarios of DIR's subfolders too\n"
+         "  --jobs N                   scenarios computed at once (default: one per processor)\n"
+         "  --json                     also NAME.json beside each report: the inputs and every figure\n"
+         "  --pdf                      also NAME.pdf beside each report: the reports as printed\n"
          "  --help                     show this text\n"
          "  --version                  show the program's version\n"
          "\n"

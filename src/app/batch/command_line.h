@@ -33,6 +33,14 @@ struct CommandLine {
   std::string input;   // the scenario file of the batch run
   std::string output;  // the report file of the batch run
   std::optional<std::int16_t> rules;  // --rules: the rule set that overrides the file's
+  // The folder batch: every scenario of batchFolder into outFolder.
+  std::string batchFolder;
+  std::string outFolder;
+  bool recursive = false;
+  int jobs = 0;  // 0: one per processor
+  // Further outputs beside each text report (folder and single-file batch).
+  bool json = false;
+  bool pdf = false;
   bool help = false;
   bool version = false;
   std::string error;  // a switch nobody knows, or a file switch without a file
@@ -43,6 +51,9 @@ struct CommandLine {
 CommandLine ParseArguments(const std::vector<std::string>& args);
 // The same on one line split by SplitCommandLine.
 CommandLine ParseCommandLine(std::string_view commandLine);
+
+// The most scenarios a folder batch computes at once.
+inline constexpr int kMaxJobs = 256;
 
 // What --help prints.
 std::string UsageText();

@@ -9,7 +9,8 @@ class SilentReport final : public ErrorReport {
 };
 
 SilentReport g_silent;
-ErrorReport* g_report = &g_silent;
+// Per thread, like the message sink.
+thread_local ErrorReport* g_report = &g_silent;
 
 }  // namespace
 

@@ -62,7 +62,8 @@ class ErrorReport {
 
 // The program-wide error report (a silent default until one is installed).
 ErrorReport& Errors();
-void SetErrorReport(ErrorReport* report);  // nullptr restores the default
+// For the calling thread; nullptr restores the default.
+void SetErrorReport(ErrorReport* report);
 
 // Hands an exception caught at a procedure boundary to the error report.
 void ReportUnexpected(std::string_view where, const std::exception& e);

@@ -9,7 +9,8 @@ class DefaultSink final : public MessageSink {
 };
 
 DefaultSink g_default;
-MessageSink* g_sink = &g_default;
+// Per thread, so that each worker of a folder batch collects its own scenario's messages.
+thread_local MessageSink* g_sink = &g_default;
 
 }  // namespace
 

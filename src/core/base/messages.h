@@ -30,7 +30,8 @@ MsgAnswer DefaultAnswer(MsgButtons buttons);
 // The program-wide sink. Until one is installed, messages are answered with
 // their default button and otherwise dropped.
 MessageSink& Messages();
-void SetMessageSink(MessageSink* sink);  // nullptr restores the default
+// For the calling thread; nullptr restores the default.
+void SetMessageSink(MessageSink* sink);
 
 // Shorthand for Messages().Show(...).
 MsgAnswer ShowMessage(std::string title, std::string text, MsgIcon icon,

@@ -3,6 +3,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
+#include <iterator>
 #include <limits>
 
 #include "core/base/errors.h"
@@ -132,13 +133,22 @@ Money Money::FromString(std::string_view text) {
 }
 
 std::string Money::ToString() const {
+  // Written into a buffer: g++ 12 sees a false overlap (-Wrestrict) in
+  // "literal" + std::string temporaries at -O2 and above.
   const bool negative = m_raw < 0;
-  Int128 v = Abs(static_cast<Int128>(m_raw));
-  std::int64_t whole = static_cast<std::int64_t>(v / kScale);
-  std::int64_t frac = static_cast<std::int64_t>(v % kScale);
-  std::string f = std::to_string(frac);
-  f.insert(0, 4 - f.size(), '0');
-  return (negative ? "-" : "") + std::to_string(whole) + "." + f;
+  // In unsigned arithmetic the most negative value has a magnitude too.
+  const std::uint64_t v = negative ? 0 - static_cast<std::uint64_t>(m_raw) : static_cast<std::uint64_t>(m_raw);
+  char buf[32];
+  char* p = buf;
+  if (negative) *p++ = '-';
+  p = std::to_chars(p, std::end(buf), v / kScale).ptr;
+  *p++ = '.';
+  std::uint64_t frac = v % kScale;
+  for (std::uint64_t unit = kScale / 10; unit > 0; unit /= 10) {
+    *p++ = static_cast<char>('0' + frac / unit);
+    frac %= unit;
+  }
+  return std::string(buf, p);
 }
 
 Money operator+(Money a, Money b) {

@@ -11,7 +11,8 @@ class SilentProgress final : public ProgressSink {
 };
 
 SilentProgress g_silent;
-ProgressSink* g_sink = &g_silent;
+// Per thread, like the message sink.
+thread_local ProgressSink* g_sink = &g_silent;
 
 }  // namespace
 

@@ -14,7 +14,8 @@ class ProgressSink {
 };
 
 ProgressSink& Progress();
-void SetProgressSink(ProgressSink* sink);  // nullptr restores the silent default
+// For the calling thread; nullptr restores the silent default.
+void SetProgressSink(ProgressSink* sink);
 
 // Shows a notice for the lifetime of the object, with the hourglass.
 class ProgressScope {

@@ -22,7 +22,8 @@ constexpr std::string_view kBadStatus =
 
 enum ProjStatus : std::int16_t { kActive = 1, kExhausted = 2, kNoData = 3 };
 
-std::int16_t g_lastProjYear = 0;
+// Per thread: it belongs to the scenario of the thread (see TheScenario).
+thread_local std::int16_t g_lastProjYear = 0;
 
 // Income on a balance at a percent rate, to the cent.
 Money Income(Money balance, float ratePercent) {

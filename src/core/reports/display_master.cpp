@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <functional>
 #include <stdexcept>
 
 #include "core/base/errors.h"
@@ -75,17 +76,16 @@ void PrintReport(const ReportEntry& entry, PrintDevice& printer) {
   }
 }
 
-void FileReport(const ReportEntry& entry, const ReportTarget& target) {
+// File mode hands each report's text to `emit` as soon as it is finished.
+using FileEmit = std::function<void(const std::string&)>;
+
+void FileReport(const ReportEntry& entry, const FileEmit& emit) {
   TextSink sink(ReportMode::File);
   entry.routine(sink);
-  if (target.outputStream == nullptr) {
-    WriteFile(target.outputFile, sink.Text(), "ab");
-  } else if (std::fwrite(sink.Text().data(), 1, sink.Text().size(), target.outputStream) != sink.Text().size()) {
-    throw FileError(kErrPathAccess, std::strerror(errno));
-  }
+  emit(sink.Text());
 }
 
-void RunReport(ReportMode mode, const ReportEntry& entry, const ReportTarget& target) {
+void RunReport(ReportMode mode, const ReportEntry& entry, const ReportTarget& target, const FileEmit& emit) {
   try {
     switch (mode) {
       case ReportMode::View:
@@ -95,13 +95,28 @@ void RunReport(ReportMode mode, const ReportEntry& entry, const ReportTarget& ta
         PrintReport(entry, *target.printer);
         break;
       case ReportMode::File:
-        FileReport(entry, target);
+        FileReport(entry, emit);
         break;
     }
   } catch (const FileError&) {
     throw;  // the output file is the batch run's business
   } catch (const std::exception& e) {
     ReportUnexpected(entry.where, e);
+  }
+}
+
+// Runs the selected reports; file mode's texts go to `emit`.
+void RunReports(ReportMode mode, int flags, const ReportTarget& target, const ReportTable& table,
+                const FileEmit& emit) {
+  for (const ReportEntry& entry : table) {
+    if ((flags & entry.flag) == 0) continue;
+    if (entry.flag == kRptProjection && !ProjectionModeOn()) {
+      if (mode == ReportMode::View &&
+          ShowMessage(kCantShowTitle, kCantShowText, MsgIcon::Information, MsgButtons::OkCancel) == MsgAnswer::Ok)
+        target.viewer->ShowProjectionHelp();
+      continue;
+    }
+    if (entry.routine) RunReport(mode, entry, target, emit);
   }
 }
 
@@ -134,17 +149,17 @@ void DisplayMaster(ReportMode mode, int flags, const ReportTarget& target) {
 void DisplayMaster(ReportMode mode, int flags, const ReportTarget& target, const ReportTable& table) {
   if (flags <= 0) return;
   CheckTarget(mode, target);
-  if (mode == ReportMode::File && target.outputStream == nullptr) WriteFile(target.outputFile, "", "wb");
-  for (const ReportEntry& entry : table) {
-    if ((flags & entry.flag) == 0) continue;
-    if (entry.flag == kRptProjection && !ProjectionModeOn()) {
-      if (mode == ReportMode::View &&
-          ShowMessage(kCantShowTitle, kCantShowText, MsgIcon::Information, MsgButtons::OkCancel) == MsgAnswer::Ok)
-        target.viewer->ShowProjectionHelp();
-      continue;
-    }
-    if (entry.routine) RunReport(mode, entry, target);
+  FileEmit emit;
+  if (mode == ReportMode::File && target.outputStream != nullptr) {
+    emit = [&target](const std::string& text) {
+      if (std::fwrite(text.data(), 1, text.size(), target.outputStream) != text.size())
+        throw FileError(kErrPathAccess, std::strerror(errno));
+    };
+  } else if (mode == ReportMode::File) {
+    WriteFile(target.outputFile, "", "wb");
+    emit = [&target](const std::string& text) { WriteFile(target.outputFile, text, "ab"); };
   }
+  RunReports(mode, flags, target, table, emit);
   if (mode == ReportMode::Print) {
     try {
       PrnManager2(*target.printer, kPrnEndDocument, "", "", "");
@@ -155,6 +170,15 @@ void DisplayMaster(ReportMode mode, int flags, const ReportTarget& target, const
         ReportUnexpected("DisplayMaster()", e);
     }
   }
+}
+
+std::string FileModeText(int flags) { return FileModeText(flags, g_reports); }
+
+std::string FileModeText(int flags, const ReportTable& table) {
+  std::string text;
+  if (flags > 0)
+    RunReports(ReportMode::File, flags, ReportTarget{}, table, [&text](const std::string& part) { text += part; });
+  return text;
 }
 
 void PrintSelectedReports(int flags, PrintDevice& printer) { PrintSelectedReports(flags, printer, g_reports); }

@@ -10,10 +10,10 @@
 //            document ends with PrnManager2(-100). A printer failure shows
 //            "PRINTER ERROR" and stops that report only. The Projection report
 //            without projection mode is left out.
-//   - File:  the output file is created empty, then each report's text is
-//            appended to it (grid reports in printed layout without page
-//            headings or numbers). The Projection report without projection
-//            mode is left out.
+//   - File:  the reports' texts, one after the other, are written to the
+//            output file in one go (grid reports in printed layout without
+//            page headings or numbers). The Projection report without
+//            projection mode is left out.
 // Any other failure in a report is handed to the error report with the
 // report's routine name, and the next report runs.
 #pragma once
@@ -89,6 +89,11 @@ bool ProjectionModeOn();
 void DisplayMaster(ReportMode mode, int flags, const ReportTarget& target);
 // The same over an explicit table (tests and alternative report sets).
 void DisplayMaster(ReportMode mode, int flags, const ReportTarget& target, const ReportTable& table);
+
+// File mode without the file: the text DisplayMaster(ReportMode::File, flags,
+// ...) writes to its output file. A folder batch writes it where it wants.
+std::string FileModeText(int flags);
+std::string FileModeText(int flags, const ReportTable& table);
 
 // Prints the selected reports in one go without the dialog: resets the page
 // line counter first (PrnManager2(-400)), then as DisplayMaster in print mode.

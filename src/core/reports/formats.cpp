@@ -86,6 +86,11 @@ std::string TwoDecimals(const Cents& c) {
   return (frac.size() < 2 ? "0" : "") + frac;
 }
 
+// At least one integer digit, two decimals, no separators.
+std::string PlainText(const Cents& c) {
+  return (c.negative ? "-" : "") + Digits(c.magnitude / 100) + "." + TwoDecimals(c);
+}
+
 }  // namespace
 
 std::string FormatAmount(Money amount) {
@@ -93,16 +98,15 @@ std::string FormatAmount(Money amount) {
   return (c.negative ? "-" : "") + Grouped(Digits(c.magnitude / 100)) + "." + TwoDecimals(c);
 }
 
+std::string FormatPlainAmount(Money amount) { return PlainText(CentsOf(amount)); }
+
 std::string FormatCurrency(Money amount) {
   const Cents c = CentsOf(amount);
   const std::string body = "$" + Grouped(Digits(c.magnitude / 100)) + "." + TwoDecimals(c);
   return c.negative ? "(" + body + ")" : body;
 }
 
-std::string FormatFixed(float value) {
-  const Cents c = CentsOf(value);
-  return (c.negative ? "-" : "") + Digits(c.magnitude / 100) + "." + TwoDecimals(c);
-}
+std::string FormatFixed(float value) { return PlainText(CentsOf(value)); }
 
 std::string FormatRate(float value) {
   const Cents c = CentsOf(value);

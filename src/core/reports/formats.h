@@ -13,6 +13,8 @@ namespace ira::reports {
 
 // "#,###,##0.00": 1,234,567.50 · 0.00 · -12.30
 std::string FormatAmount(Money amount);
+// "0.00", for files other software reads: 1234567.50 · 0.00 · -12.30
+std::string FormatPlainAmount(Money amount);
 // "Currency": $1,234.50 · $0.00 · ($12.30)
 std::string FormatCurrency(Money amount);
 // "Fixed": at least one integer digit, two decimals, no separators: 27.40 · 1.00

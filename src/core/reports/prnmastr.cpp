@@ -9,7 +9,8 @@
 namespace ira::reports {
 namespace {
 
-std::int16_t g_lineCounter = 0;
+// Per thread: each worker of a folder batch prints its own document.
+thread_local std::int16_t g_lineCounter = 0;
 ReportFontInfo g_font;
 
 constexpr std::string_view kWhere = "PrnManager2()";

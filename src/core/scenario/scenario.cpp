@@ -27,7 +27,8 @@ void Scenario::RemoveIra(std::size_t index) {
 }
 
 Scenario& TheScenario() {
-  static Scenario scenario;
+  // One per thread: the desktop has the one, each worker of a folder batch its own.
+  static thread_local Scenario scenario;
   return scenario;
 }
 

@@ -132,7 +132,8 @@ struct Scenario {
   friend bool operator==(const Scenario&, const Scenario&) = default;
 };
 
-// The one program-wide scenario.
+// The one program-wide scenario (one per thread: the workers of a folder
+// batch each compute their own).
 Scenario& TheScenario();
 
 inline bool IsEarly(const GeneralInputs& gen) { return gen.DistType == 0; }

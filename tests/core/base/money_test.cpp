@@ -31,6 +31,14 @@ TEST(MoneyConversion, DoubleRoundsHalfEvenAtTheFourthDecimal) {
   EXPECT_THROW(M("12a"), Error);
 }
 
+TEST(MoneyConversion, TextHasFourDecimalsAndKeepsTheSign) {
+  struct Row { std::int64_t raw; const char* text; } rows[] = {
+      {0, "0.0000"}, {5, "0.0005"}, {-123000, "-12.3000"}, {12345678, "1234.5678"},
+      // the most negative count: 9,223,372,036,854,775,808 ten-thousandths
+      {std::numeric_limits<std::int64_t>::min(), "-922337203685477.5808"}};
+  for (const auto& r : rows) EXPECT_EQ(Money::FromRaw(r.raw).ToString(), r.text) << r.raw;
+}
+
 TEST(MoneyArithmetic, SinglesEnterByTheirDecimalMeaning) {
   // 100,000 / 14.6 is 6,849.315068..: a person gets 6,849.32; widening 14.6f
   // to double first would give 6,849.3149 and a cent short.

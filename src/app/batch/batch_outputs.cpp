@@ -1,0 +1,137 @@
+#include "app/batch/batch_outputs.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <utility>
+
+#include "app/batch/batch_run.h"
+#include "core/reports/results_json.h"
+#include "core/reports/scenario_results.h"
+
+namespace ira::app {
+namespace {
+
+PdfPainter g_pdfPainter;
+
+class DiscardMessages final : public MessageSink {
+ public:
+  MsgAnswer Show(const Message& message) override { return DefaultAnswer(message.buttons); }
+};
+
+class DiscardErrors final : public ErrorReport {
+ public:
+  void Report(int, std::string_view, std::string_view) override {}
+};
+
+DiscardMessages g_discardMessages;
+DiscardErrors g_discardErrors;
+
+// Read, not set and set back: umask() would change it for every thread meanwhile.
+mode_t ProcessUmask() {
+  std::ifstream status("/proc/self/status");
+  std::string line;
+  while (std::getline(status, line))
+    if (line.starts_with("Umask:")) return static_cast<mode_t>(std::stoul(line.substr(6), nullptr, 8));
+  return 022;
+}
+
+}  // namespace
+
+void SetPdfPainter(PdfPainter painter) { g_pdfPainter = std::move(painter); }
+
+const PdfPainter& GetPdfPainter() { return g_pdfPainter; }
+
+WholeFile::WholeFile(std::string path) : m_path(std::move(path)) {
+  const std::filesystem::path target(m_path);
+  const std::filesystem::path folder = target.has_parent_path() ? target.parent_path() : ".";
+  m_temporary = (folder / ("." + target.filename().string() + ".XXXXXX")).string();
+  // mkstemp creates the file exclusively: no other run's file is ever written over.
+  m_fd = ::mkstemp(m_temporary.data());
+  if (m_fd < 0) Fail(errno);
+}
+
+WholeFile::~WholeFile() {
+  if (m_fd < 0) return;
+  ::close(m_fd);
+  ::unlink(m_temporary.c_str());
+}
+
+void WholeFile::Write(std::string_view text) {
+  std::size_t done = 0;
+  while (done < text.size()) {
+    const ssize_t n = ::write(m_fd, text.data() + done, text.size() - done);
+    if (n < 0 && errno == EINTR) continue;
+    if (n < 0) Fail(errno);
+    done += static_cast<std::size_t>(n);
+  }
+}
+
+void WholeFile::Commit() {
+  // mkstemp makes the file private; a report is as readable as any file the user writes.
+  static const mode_t mask = ProcessUmask();
+  if (::fchmod(m_fd, 0666 & ~mask) != 0) Fail(errno);
+  const int fd = std::exchange(m_fd, -1);
+  if (::close(fd) != 0 || std::rename(m_temporary.c_str(), m_path.c_str()) != 0) {
+    const int error = errno;
+    ::unlink(m_temporary.c_str());
+    Fail(error);
+  }
+}
+
+void WholeFile::Fail(int error) {
+  throw FileError(kErrPathAccess, "The output file " + m_path + " cannot be written: " + std::strerror(error));
+}
+
+void WriteFileWhole(const std::string& path, std::string_view text) {
+  WholeFile file(path);
+  file.Write(text);
+  file.Commit();
+}
+
+std::string WithExtension(const std::string& path, std::string_view extension) {
+  std::filesystem::path p(path);
+  p.replace_extension(extension);
+  return p.string();
+}
+
+QuietScope::QuietScope() : m_messages(Messages()), m_errors(Errors()) {
+  SetMessageSink(&g_discardMessages);
+  SetErrorReport(&g_discardErrors);
+}
+
+QuietScope::~QuietScope() {
+  SetMessageSink(&m_messages);
+  SetErrorReport(&m_errors);
+}
+
+std::string WriteScenarioExtras(const std::string& reportPath, std::string_view file, const Scenario& asRead,
+                                bool json, bool pdf) {
+  TheScenario() = asRead;
+  if (json) {
+    reports::ScenarioFigures figures;
+    {
+      QuietScope quiet;
+      figures = reports::ComputeFigures(asRead);
+    }
+    try {
+      WriteFileWhole(WithExtension(reportPath, ".json"), reports::ResultsJson(file, asRead, figures));
+    } catch (const Error& e) {
+      return e.what();
+    }
+  }
+  if (pdf) {
+    const std::string pdfPath = WithExtension(reportPath, ".pdf");
+    if (!g_pdfPainter) return "The file " + pdfPath + " was not written: this program was built without PDF output.";
+    if (!g_pdfPainter(pdfPath, BatchReportFlags())) return "The file " + pdfPath + " was not written.";
+  }
+  return {};
+}
+
+}  // namespace ira::app
