@@ -83,6 +83,7 @@ int RunBatch(const CommandLine& cl, std::ostream& err) {
 
   tables::ReadTableVI();
   tables::ReadTableV();
+  tables::ReadTables2022();
   if (!file::OpenFile(cl.input, TheScenario())) return kExitBadScenario;
 
   const std::string temporary = TemporaryPath(cl.output);

@@ -20,7 +20,7 @@ constexpr std::string_view kProgressText = "Doing calculations for Projection Re
 constexpr std::string_view kBadStatus =
     "Error in CalcProjResults() - Ira Status invalid. Please Report this error to Quillon";
 
-enum ProjStatus : std::int16_t { kActive = 1, kExhausted = 2, kNoData = 3 };
+enum ProjStatus : std::int16_t { kActive = 1, kExhausted = 2, kNoData = 3, kNotComputed = 4 };
 
 std::int16_t g_lastProjYear = 0;
 
@@ -61,6 +61,7 @@ void Project(Scenario& scenario, ProjCells& cells, std::vector<ProjYearTotals>& 
         case kActive: break;
         case kExhausted: cell.Distribution = Money::FromRaw(kProjStoppedRaw); continue;
         case kNoData: cell.Distribution = Money::FromRaw(kProjNoDataRaw); continue;
+        case kNotComputed: cell.Distribution = Money::FromRaw(kProjNotComputedRaw); continue;
         default: ShowMessage(kProgramTitle, std::string(kBadStatus), MsgIcon::None); return;
       }
 
@@ -75,8 +76,9 @@ void Project(Scenario& scenario, ProjCells& cells, std::vector<ProjYearTotals>& 
       CalcIraDist(yearGen, yearIra, results, gen.PercentOver);
 
       if (results.AgesSupported == kFalse) {
-        cell.Distribution = Money::FromRaw(kProjNoDataRaw);
-        status[i] = kNoData;
+        const bool notYet = results.CurrentLaw && results.Law.basis == law::Basis::kNotComputedYet;
+        cell.Distribution = Money::FromRaw(notYet ? kProjNotComputedRaw : kProjNoDataRaw);
+        status[i] = notYet ? kNotComputed : kNoData;
         --active;
       } else {
         cell.BegBalance = balance[i];
@@ -99,7 +101,8 @@ void Project(Scenario& scenario, ProjCells& cells, std::vector<ProjYearTotals>& 
       total.TotalDist += cell.Distribution;
       total.CombinedEnd += balance[i];
       // The first-year distributions belong to the owner's first DCY only.
-      if (year == firstDcy) scenario.Ira[i].FirstYearDist = Money();
+      // The law in force never uses it, and leaves the user's figure alone.
+      if (year == firstDcy && !law::ComputesRequiredYear(gen, year)) scenario.Ira[i].FirstYearDist = Money();
       if (status[i] == kActive && balance[i] <= Money()) {
         status[i] = kExhausted;
         --active;
@@ -107,8 +110,10 @@ void Project(Scenario& scenario, ProjCells& cells, std::vector<ProjYearTotals>& 
       if (active < 1) g_lastProjYear = CheckedInt16(static_cast<long long>(y), kWhere);
     }
 
-    total.Limit = GetExcessDistLimit(gen.InflationRate, year);
-    if (total.TotalDist > total.Limit) {
+    // Under the law in force the excess distribution tax is gone after 1996.
+    const bool repealed = law::UsesCurrentLaw(gen) && law::ExcessRepealed(year);
+    total.Limit = repealed ? Money::FromRaw(kNoLimitRaw) : GetExcessDistLimit(gen.InflationRate, year);
+    if (!repealed && total.TotalDist > total.Limit) {
       total.Excess = total.TotalDist - total.Limit;
       total.Tax = MulBinarySingle(total.Excess, kExcessTaxRate);
     } else {
