@@ -97,9 +97,12 @@ void Project(Scenario& scenario, ProjCells& cells, std::vector<ProjYearTotals>& 
       }
 
       // Sentinels included: an account found unsupported this year still
-      // counts in this year's totals.
-      total.TotalDist += cell.Distribution;
-      total.CombinedEnd += balance[i];
+      // counts in this year's totals. One whose rules are not computed yet
+      // has no figure to add.
+      if (status[i] != kNotComputed) {
+        total.TotalDist += cell.Distribution;
+        total.CombinedEnd += balance[i];
+      }
       // The first-year distributions belong to the owner's first DCY only.
       // The law in force never uses it, and leaves the user's figure alone.
       if (year == firstDcy && !law::ComputesRequiredYear(gen, year)) scenario.Ira[i].FirstYearDist = Money();

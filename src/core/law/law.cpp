@@ -29,7 +29,7 @@ std::int16_t Plus(std::int16_t year, int n) { return CheckedInt16(static_cast<lo
 }  // namespace
 
 const char* const kNotComputedYetText =
-    "The beneficiary rules for an owner who died after 2019 are not computed yet: no figure is given.";
+    "Not computed yet: the beneficiary rules for an owner who died after 2019.";
 const char* const kExcessRepealedText =
     "Excess distribution limit and tax: Not applicable: repealed for distributions after 1996 (TRA 1997 sec. 1073)";
 const char* const kMidTermWarning =
@@ -61,13 +61,13 @@ ApplicableAge ApplicableAgeFor(Date birth, std::int16_t age1959) {
 RuleLine ApplicableAgeRule(Date birth, std::int16_t age1959) {
   const ApplicableAge age = ApplicableAgeFor(birth, age1959);
   const std::string what = "Applicable age " + age.Text() + " (born " + FormatMdy(birth) + ")";
-  if (age.half) return {what, "Treas. Reg. 1.401(a)(9)-2(b)(2)(ii): applicable age 70 1/2, born before 7/1/1949"};
+  if (age.half) return {what, "Treas. Reg. 1.401(a)(9)-2(b)(2)(ii): applicable age 70 1/2"};
   if (age.years == 72) return {what, "SECURE Act sec. 114: applicable age 72"};
   if (YearOf(birth) == 1959) {
     if (age.proposed)
       return {what + ", proposed regulation",
-              "Prop. Treas. Reg. 1.401(a)(9)-2(b)(2)(v) (proposed regulation): applicable age 73 for 1959"};
-    return {what + ", as chosen for 1959", "IRC 401(a)(9)(C)(v)(II), SECURE 2.0 Act sec. 107: applicable age 75"};
+              "Prop. Treas. Reg. 1.401(a)(9)-2(b)(2)(v): applicable age 73"};
+    return {what + ", as chosen for 1959", "IRC 401(a)(9)(C)(v)(II): applicable age 75"};
   }
   return {what, "SECURE 2.0 Act sec. 107: applicable age " + age.Text()};
 }
@@ -188,18 +188,22 @@ std::vector<RuleLine> Explain(const GeneralInputs& gen, const YearRules& r) {
   if (OwnersYear(gen, r.year)) {
     lines.push_back(ApplicableAgeRule(gen.OwnerBirthDate, gen.Age1959));
     const std::int16_t first = FirstDistributionYear(gen.OwnerBirthDate, gen.Age1959);
-    lines.push_back({"First distribution calendar year " + Year(first) + ", required beginning date " +
+    lines.push_back({"First distribution year " + Year(first) + ", required beginning date " +
                          FormatMdy(RequiredBeginningDate(gen.OwnerBirthDate, gen.Age1959)),
                      RequiredBeginningDateRule().citation});
+    // A 2019 first-year amount was due by 4/1/2020; CARES waived it unless
+    // paid before 2020.
+    if (first == 2019 && r.year == 2019)
+      lines.push_back({"Not required if not paid before 1/1/2020", "CARES Act sec. 2203, IRC 401(a)(9)(I)"});
     if (HasDeathDate(gen) && r.year == YearOf(gen.OwnerDeathDate))
-      lines.push_back({"Year of the owner's death: the owner's own amount, figured as if the owner lived all year",
+      lines.push_back({"Year of death: the owner's own amount, as if alive all year",
                        "Treas. Reg. 1.401(a)(9)-5(c)(1); 1.408-8(e)(4)"});
   } else if (r.basis == Basis::kNotComputedYet) {
     lines.push_back({"Owner died " + FormatMdy(gen.OwnerDeathDate) + ", after 2019: SECURE Act beneficiary rules",
                      "SECURE Act sec. 401(a), IRC 401(a)(9)(E) and (H)"});
     return lines;
   } else {
-    lines.push_back({"Owner died " + FormatMdy(gen.OwnerDeathDate) + ", before 2020: the beneficiary rules in force before the SECURE Act",
+    lines.push_back({"Owner died " + FormatMdy(gen.OwnerDeathDate) + ", before 2020: beneficiary rules before the SECURE Act",
                      "SECURE Act sec. 401(b)(1)"});
   }
   const std::string age = std::to_string(r.ownerAge);
@@ -215,33 +219,33 @@ std::vector<RuleLine> Explain(const GeneralInputs& gen, const YearRules& r) {
       lines.push_back({"Owner " + age + " in " + year + ": Uniform Lifetime Table", "Treas. Reg. 1.401(a)(9)-5(c)(1)"});
       break;
     case Basis::kJointSpouse:
-      lines.push_back({"Spouse the sole beneficiary and more than 10 years younger (" + age + " and " +
-                           std::to_string(r.spouseAge) + " in " + year + "): Joint and Last Survivor Table",
+      lines.push_back({"Spouse sole beneficiary, more than 10 years younger (" + age + "/" +
+                           std::to_string(r.spouseAge) + "): joint table",
                        "Treas. Reg. 1.401(a)(9)-5(c)(2)"});
       break;
     case Basis::kOwnerRemaining:
-      lines.push_back({"No beneficiary: the owner's single life expectancy at " + std::to_string(r.lookupAge) +
-                           " in " + Year(r.lookupYear) + ", less 1 for each later year",
+      lines.push_back({"No beneficiary: the owner's figure at " + std::to_string(r.lookupAge) + " in " +
+                           Year(r.lookupYear) + ", less 1 a year",
                        "Treas. Reg. 1.401(a)(9)-5, A-5(a)(2) and (c)(3) (2002)"});
       break;
     case Basis::kSpouseNotYet:
-      lines.push_back({"Spouse the sole beneficiary: distributions begin in " + Year(r.startYear),
+      lines.push_back({"Spouse sole beneficiary: distributions begin in " + Year(r.startYear),
                        "IRC 401(a)(9)(B)(iv)"});
       return lines;
     case Basis::kSpouseYearly:
-      lines.push_back({"Spouse the sole beneficiary: the spouse's single life expectancy at " +
-                           std::to_string(r.spouseAge) + ", looked up each year",
+      lines.push_back({"Spouse sole beneficiary: the spouse's figure at " + std::to_string(r.spouseAge) +
+                           ", looked up each year",
                        "Treas. Reg. 1.401(a)(9)-5, A-5(c)(2) (2002)"});
       break;
     case Basis::kNonSpouse:
-      lines.push_back({"Non-spouse beneficiary: single life expectancy at " + std::to_string(r.lookupAge) + " in " +
-                           Year(r.lookupYear) + ", less 1 for each later year",
+      lines.push_back({"Non-spouse beneficiary: figure at " + std::to_string(r.lookupAge) + " in " +
+                           Year(r.lookupYear) + ", less 1 a year",
                        "Treas. Reg. 1.401(a)(9)-5, A-5(c)(1) (2002)"});
       break;
     case Basis::kNotComputedYet: return lines;
   }
   if (r.freshStart)
-    lines.push_back({"Fixed before 2022: reset on the 2022 Single Life Table at the same age",
+    lines.push_back({"Fixed before 2022: reset on the 2022 table at the same age",
                      "Treas. Reg. 1.401(a)(9)-9(f)(2)"});
   lines.push_back(TablesRule(r.year));
   return lines;
@@ -258,6 +262,12 @@ std::string Deadline(const GeneralInputs& gen, const YearRules& r) {
   if (OwnersYear(gen, r.year) && r.year == FirstDistributionYear(gen.OwnerBirthDate, gen.Age1959))
     return FormatMdy(RequiredBeginningDate(gen.OwnerBirthDate, gen.Age1959));
   return "12/31/" + Year(r.year);
+}
+
+std::string DeadlineSentence(const GeneralInputs& gen, const YearRules& r) {
+  const std::string deadline = Deadline(gen, r);
+  if (deadline.empty() || deadline.front() == 'N') return deadline;
+  return "Distribution must be made by " + deadline;
 }
 
 bool ExcessRepealed(std::int16_t year) { return year > kLastExcessYear; }

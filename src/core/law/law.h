@@ -100,6 +100,9 @@ std::vector<RuleLine> Explain(const GeneralInputs& gen, const YearRules& rules);
 // "No distribution required for <year>" (with the waiver named), the
 // required beginning date in the first distribution year, else 12/31.
 std::string Deadline(const GeneralInputs& gen, const YearRules& rules);
+// The same as a sentence: "Distribution must be made by <date>", or the
+// deadline's own words when nothing is due.
+std::string DeadlineSentence(const GeneralInputs& gen, const YearRules& rules);
 
 // What the reports say for an account whose figure is not computed yet.
 extern const char* const kNotComputedYetText;

@@ -76,6 +76,25 @@ std::string BalanceLabel(const GeneralInputs& gen) {
   return Label("Balance at 12/31/" + std::to_string(gen.DCY - 1) + ":");
 }
 
+// A long note in lines of at most 60 characters, broken at blanks.
+void Note(Section& s, std::string_view text) {
+  constexpr std::size_t kWidth = 60;
+  std::string line;
+  std::size_t from = 0;
+  while (from < text.size()) {
+    std::size_t to = text.find(' ', from);
+    if (to == std::string_view::npos) to = text.size();
+    const std::string_view word = text.substr(from, to - from);
+    if (!line.empty() && line.size() + 1 + word.size() > kWidth) {
+      s.Add(line);
+      line.clear();
+    }
+    line += (line.empty() ? "" : " ") + std::string(word);
+    from = to + 1;
+  }
+  if (!line.empty()) s.Add(line);
+}
+
 // The rules that fired, each with its authority on the next line.
 void RuleLines(Section& s, const std::vector<law::RuleLine>& lines) {
   for (const law::RuleLine& line : lines) {
@@ -285,7 +304,7 @@ void NoticeHeading(Section& s, const GeneralInputs& gen) {
     s.Add("Reasonable Interest Rate: " + FormatRate(gen.IntRate) + "%");
     s.Add("Term or Life Expectancy (Years) using 2022 table: " +
           NumberText(life_exp::SingleLife(life_exp::TableSet::k2022, age)));
-    if (law::RateNeedsMidTermCheck(gen.IntRate)) s.Add(law::kMidTermWarning);
+    if (law::RateNeedsMidTermCheck(gen.IntRate)) Note(s, law::kMidTermWarning);
   } else if (gen.EarlyMethod == kMethodAnnuity) {
     s.Add("Method Used: Annuity");
     const float factor = rep_calc::EarlyAnnuityFactor(gen);
@@ -342,7 +361,7 @@ void CurrentLawSection(Section& s, const GeneralInputs& gen, const IraDistResult
   s.Add("Rules applied:");
   RuleLines(s, law::Explain(gen, r.Law));
   if (r.Law.basis == Basis::kNotComputedYet) {
-    s.Add(law::kNotComputedYetText);
+    Note(s, law::kNotComputedYetText);
     return;
   }
   if (r.AgesSupported == 0) return AgesNotSupported(s);
@@ -382,14 +401,14 @@ void CurrentLawSection(Section& s, const GeneralInputs& gen, const IraDistResult
   s.Add(kSubtotal);
   s.Amount("Minimum distribution to be paid out:            ", r.ToPayLater);
   s.Add(kFinal);
-  s.Add("Distribution must be made by " + law::Deadline(gen, r.Law));
+  s.Add(law::DeadlineSentence(gen, r.Law));
 }
 
 // A Notice 2022-6 series: the 2022 Single Life Table for the owner's age in
 // the first year.
 void NoticeSeriesSection(Section& s, const GeneralInputs& gen, const IraDistResults& r) {
   if (r.NoAnnuityFactor) {
-    s.Add(law::kNoAnnuityFactorText);
+    Note(s, law::kNoAnnuityFactorText);
     return;
   }
   if (r.AgesSupported == 0) return AgesNotSupported(s);

@@ -75,7 +75,7 @@ void GenInfoCurrent(BlockWriter& out, const GeneralInputs& gen) {
     const law::YearRules rules = law::OwnerSideRules(gen, IraRecord{}, gen.DCY);
     if (rules.basis == law::Basis::kWaived) RuleLine(out, law::WaiverRule(gen.DCY));
     if (!HasDeathDate(gen) || gen.DCY <= YearOf(gen.OwnerDeathDate)) {
-      out.Add("  Distribution must be made by " + law::Deadline(gen, rules));
+      out.Add("  " + law::DeadlineSentence(gen, rules));
       out.Emit(1);
     } else {
       out.Add("  Each account's deadline is shown with its computation.");
@@ -251,7 +251,9 @@ void IraBlock(BlockWriter& out, const GeneralInputs& gen, const IraRecord& ira) 
   } else {
     out.Add("  There is not a Non-Spouse Beneficiary for this IRA.");
   }
-  if (IsEarly(gen))
+  if (law::ComputesNoticeSeries(gen))
+    out.Add("  Use 2022 Life Expectancy Tables (Notice 2022-6)");
+  else if (IsEarly(gen))
     out.Add(ira.chkUse2002Table != 0 ? "  Use 2002 Life Expectancy Tables" : "  Use 1986 Life Expectancy Tables");
   out.Add("  Benefit (before adjustments): $" + FormatAmount(ira.Benefit));
   out.Add("  Amount already distributed this year: $" + FormatAmount(ira.DistributedThisYear));
