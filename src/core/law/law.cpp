@@ -276,7 +276,9 @@ RuleLine SecondYearBalanceRule() {
   return {"The balance is not reduced by a first-year amount paid by April 1", "Treas. Reg. 1.408-8; 1.401(a)(9)-5(a)"};
 }
 
-RuleLine NoticeSeriesRule() {
+RuleLine NoticeSeriesRule(std::int16_t method) {
+  if (method == kMethodAnnuity)
+    return {"Series starting from 2023: annuity method, the user's annuity factor", "Notice 2022-6 sec. 3.01(c)"};
   return {"Series starting from 2023: 2022 Single Life Table", "Notice 2022-6 sec. 3.01, 3.02(a)"};
 }
 

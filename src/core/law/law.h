@@ -114,7 +114,7 @@ bool ExcessRepealed(std::int16_t year);  // distributions after 1996
 RuleLine SecondYearBalanceRule();
 
 // Notice 2022-6 series.
-RuleLine NoticeSeriesRule();
+RuleLine NoticeSeriesRule(std::int16_t method);
 // An interest rate above 5% must not exceed 120% of the federal mid-term
 // rate; the warning names that limit.
 bool RateNeedsMidTermCheck(float ratePercent);

@@ -298,7 +298,7 @@ void EarlyAmounts(Section& s, const GeneralInputs& gen, const IraDistResults& r)
 void NoticeHeading(Section& s, const GeneralInputs& gen) {
   const std::int16_t age = datefun::AgeInYear(gen.OwnerBirthDate, gen.DCY);
   s.Add("Rules applied:");
-  RuleLines(s, {law::NoticeSeriesRule()});
+  RuleLines(s, {law::NoticeSeriesRule(gen.EarlyMethod)});
   if (gen.EarlyMethod == kMethodAmortization) {
     s.Add("Method Used: Amortization");
     s.Add("Reasonable Interest Rate: " + FormatRate(gen.IntRate) + "%");
