@@ -32,15 +32,15 @@ const std::array<const char*, 3> kPaperFootnote = {
     "    The Totals do not include this account.",
 };
 
-// Under the law in force an account is left out either for its ages or
-// because its beneficiary rules are not computed yet.
+// Under the law in force an account is left out for its ages, because its
+// beneficiary rules are not computed yet, or for want of an annuity factor;
+// its own report says which.
 constexpr const char* kCurrentFootnote =
-    "* Not computed: either an age is not in the life expectancy tables, or the owner died after 2019 and the "
-    "beneficiary rules are not computed yet. Totals do not include this account.";
-const std::array<const char*, 3> kCurrentPaperFootnote = {
-    "* Not computed: either an age is not in the life expectancy tables, or the ",
-    "    owner died after 2019 and the beneficiary rules are not computed yet. ",
-    "    The Totals do not include this account.",
+    "* Not computed: the Distribution Calculations report gives the reason for this account. Totals do not "
+    "include this account.";
+const std::array<const char*, 2> kCurrentPaperFootnote = {
+    "* Not computed: the Distribution Calculations report gives the reason for this ",
+    "    account. The Totals do not include this account.",
 };
 
 bool CurrentLaw(const GeneralInputs& gen) {
@@ -214,7 +214,10 @@ void PrintSection(ReportSink& sink, const PageHeading& heading, const GeneralInp
   if (someNotComputable) {
     sink.Block(4, heading);
     line("");
-    for (const char* text : CurrentLaw(gen) ? kCurrentPaperFootnote : kPaperFootnote) line(text);
+    if (CurrentLaw(gen))
+      for (const char* text : kCurrentPaperFootnote) line(text);
+    else
+      for (const char* text : kPaperFootnote) line(text);
   }
 }
 

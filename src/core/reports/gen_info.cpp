@@ -70,7 +70,12 @@ void GenInfoCurrent(BlockWriter& out, const GeneralInputs& gen) {
   }
   out.Add("");
   out.Emit(1);
-  if (!IsEarly(gen) && law::ComputesRequiredYear(gen, gen.DCY)) {
+  if (!IsEarly(gen) && !law::ComputesRequiredYear(gen, gen.DCY)) {
+    // Before 2002 the law in force was the described one.
+    const std::string deadline = rep_calc::DistDeadLine(gen, IraRecord{});
+    out.Add(deadline.starts_with("No ") ? "  " + deadline : "  Distribution must be made by " + deadline);
+    out.Emit(1);
+  } else if (!IsEarly(gen)) {
     // The owner's own deadline (an account with no beneficiary).
     const law::YearRules rules = law::OwnerSideRules(gen, IraRecord{}, gen.DCY);
     if (rules.basis == law::Basis::kWaived) RuleLine(out, law::WaiverRule(gen.DCY));
