@@ -191,6 +191,11 @@ std::vector<RuleLine> Explain(const GeneralInputs& gen, const YearRules& r) {
     lines.push_back({"First distribution year " + Year(first) + ", required beginning date " +
                          FormatMdy(RequiredBeginningDate(gen.OwnerBirthDate, gen.Age1959)),
                      RequiredBeginningDateRule().citation});
+    // The year of the required beginning date may carry two amounts.
+    if (r.year == first + 1 && !IsWaivedYear(first))
+      lines.push_back({"The " + Year(first) + " amount, if not yet taken, is also due by " +
+                           FormatMdy(RequiredBeginningDate(gen.OwnerBirthDate, gen.Age1959)),
+                       "Treas. Reg. 1.401(a)(9)-5(a)(2)"});
     // A 2019 first-year amount was due by 4/1/2020; CARES waived it unless
     // paid before 2020.
     if (first == 2019 && r.year == 2019)
