@@ -54,7 +54,11 @@ ApplicableAge ApplicableAgeFor(Date birth, std::int16_t age1959) {
   const std::int16_t year = YearOf(birth);
   if (year <= 1950) return {72, false, false};
   if (year <= 1958) return {73, false, false};
-  if (year == 1959) return age1959 == kAge1959Alternative ? ApplicableAge{75, false, false} : ApplicableAge{73, false, true};
+  if (year == 1959) {
+    // Any value but 75 reads as 73, the proposed regulation's age.
+    if (age1959 == kAge1959Alternative) return {75, false, false};
+    return {73, false, true};
+  }
   return {75, false, false};
 }
 
@@ -208,7 +212,8 @@ std::vector<RuleLine> Explain(const GeneralInputs& gen, const YearRules& r) {
                      "SECURE Act sec. 401(a), IRC 401(a)(9)(E) and (H)"});
     return lines;
   } else {
-    lines.push_back({"Owner died " + FormatMdy(gen.OwnerDeathDate) + ", before 2020: beneficiary rules before the SECURE Act",
+    lines.push_back({"Owner died " + FormatMdy(gen.OwnerDeathDate) +
+                         ", before 2020: beneficiary rules before the SECURE Act",
                      "SECURE Act sec. 401(b)(1)"});
   }
   const std::string age = std::to_string(r.ownerAge);

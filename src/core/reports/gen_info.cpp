@@ -52,7 +52,8 @@ void GenInfoCurrent(BlockWriter& out, const GeneralInputs& gen) {
   if (!IsEarly(gen)) {
     const law::ApplicableAge age = law::ApplicableAgeFor(birth, gen.Age1959);
     RuleLine(out, law::ApplicableAgeRule(birth, gen.Age1959));
-    out.Add("  Date IRA Owner reaches " + age.Text() + ": " + FormatMmDdYyyy(law::ApplicableAgeDate(birth, gen.Age1959)));
+    out.Add("  Date IRA Owner reaches " + age.Text() + ": " +
+            FormatMmDdYyyy(law::ApplicableAgeDate(birth, gen.Age1959)));
     out.Add("  IRA Owner's Required Beginning Date: " + FormatMmDdYyyy(law::RequiredBeginningDate(birth, gen.Age1959)));
     out.Add("  First distribution calendar year: " + Year(law::FirstDistributionYear(birth, gen.Age1959)));
     out.Emit(3);

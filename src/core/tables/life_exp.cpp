@@ -61,7 +61,10 @@ bool In2022(int age) { return age >= 0 && age < static_cast<int>(tables::k2022Ag
 }  // namespace
 
 float SingleLife(TableSet set, int age) {
-  if (set == TableSet::k2022) return In2022(age) ? Loaded(tables::Tables2022().single[static_cast<std::size_t>(age)]) : kNoTableValue;
+  if (set == TableSet::k2022) {
+    if (!In2022(age)) return kNoTableValue;
+    return Loaded(tables::Tables2022().single[static_cast<std::size_t>(age)]);
+  }
   if (!InTable(age)) return kNoTableValue;
   return Loaded(set == TableSet::k1986 ? Tables().single86[Index(age)] : Tables().single02[Index(age)]);
 }

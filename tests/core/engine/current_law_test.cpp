@@ -187,6 +187,31 @@ TEST_F(CurrentLawTest, NoticeSeriesOnThe2022Tables) {
   }
 }
 
+TEST_F(CurrentLawTest, ProjectionFollowsTheLawYearByYear) {
+  // The regulation's fresh-start example with no return: 2020 waived, 2021
+  // 100,000.00 / 11.7 = 8,547.01, 2022 91,452.99 / (14.1 - 2) = 7,558.10;
+  // no excess limit or tax (repealed after 1996).
+  Scenario s;
+  s.Gen = Current(MakeDate(1939, 6, 1), 2020);
+  s.Gen.OwnerDeathDate = MakeDate(2019, 3, 1);
+  s.Gen.ProjectionYears = 3;
+  IraRecord& ira = s.AddIra();
+  ira.Benefit = M("100000");
+  ira.OtherBen = kTrue;
+  ira.BeneBirthDate = MakeDate(1944, 2, 1);
+  rep_calc::ProjCells cells;
+  std::vector<rep_calc::ProjYearTotals> totals;
+  rep_calc::CalcProjResults(s, cells, totals);
+  const char* const expected[] = {"0", "8547.01", "7558.10"};
+  for (std::size_t y = 0; y < 3; ++y) {
+    SCOPED_TRACE(y);
+    EXPECT_EQ(cells[0][y].Distribution, M(expected[y]));
+    EXPECT_EQ(totals[y].Limit.Raw(), rep_calc::kNoLimitRaw);
+    EXPECT_EQ(totals[y].Tax, Money());
+  }
+  EXPECT_EQ(cells[0][2].EndBalance, M("83894.89"));  // 91,452.99 - 7,558.10
+}
+
 TEST_F(CurrentLawTest, AnnuityWithoutTheUsersFactorGivesNoFigure) {
   GeneralInputs gen = Current(MakeDate(1976, 5, 1), 2026);
   gen.DistType = 0;

@@ -84,7 +84,8 @@ TEST_F(CurrentLawReports, WaivedYearAndDeathAfter2019SaySoWithoutAFigure) {
         "  No distribution required for 2020"},
        "Divide by life expectancy"},
       {"died in 2021", 2023, D(6, 1, 2021),
-       {"(SECURE Act sec. 401(a), IRC 401(a)(9)(E) and (H))", "  Not computed yet: the beneficiary rules for an owner who"},
+       {"(SECURE Act sec. 401(a), IRC 401(a)(9)(E) and (H))",
+        "  Not computed yet: the beneficiary rules for an owner who"},
        "Gross required minimum distribution"},
   };
   for (const Row& r : rows) {
