@@ -44,6 +44,9 @@ void Project(Scenario& scenario, ProjCells& cells, std::vector<ProjYearTotals>& 
   for (std::size_t i = 0; i < iraCount; ++i) balance[i] = scenario.Ira.at(i).Benefit;
   int active = gen.IraCount;
 
+  const bool fixedSeries = law::ComputesNoticeSeries(gen) &&
+                           (gen.EarlyMethod == kMethodAmortization || gen.EarlyMethod == kMethodAnnuity);
+  std::vector<Money> seriesPayment(iraCount);
   const std::int16_t firstDcy = datefun::FirstDCY(gen.OwnerBirthDate);
   std::int16_t second = 2;
   const std::int16_t secondDcy = datefun::CalcDCY(gen.OwnerBirthDate, second);
@@ -74,6 +77,12 @@ void Project(Scenario& scenario, ProjCells& cells, std::vector<ProjYearTotals>& 
 
       IraDistResults results;
       CalcIraDist(yearGen, yearIra, results, gen.PercentOver);
+      // Notice 2022-6: the amortization and annuity payments are fixed in
+      // the series' first year and paid unchanged every later year.
+      if (fixedSeries && results.AgesSupported != kFalse) {
+        if (y == 0) seriesPayment[i] = results.GrossLater;
+        results.GrossLater = seriesPayment[i];
+      }
 
       if (results.AgesSupported == kFalse) {
         const bool notYet = results.CurrentLaw && results.Law.basis == law::Basis::kNotComputedYet;

@@ -212,6 +212,24 @@ TEST_F(CurrentLawTest, ProjectionFollowsTheLawYearByYear) {
   EXPECT_EQ(cells[0][2].EndBalance, M("83894.89"));  // 91,452.99 - 7,558.10
 }
 
+TEST_F(CurrentLawTest, AFixedSeriesPaysItsFirstYearsAmountEveryYear) {
+  // Amortization at 4% from 2026 at 50: 21,101.6325 (see above) in each of
+  // three years, though the age and the balance change.
+  Scenario s;
+  s.Gen = Current(MakeDate(1976, 5, 1), 2026);
+  s.Gen.DistType = 0;
+  s.Gen.EarlyMethod = kMethodAmortization;
+  s.Gen.IntRate = 4;
+  s.Gen.ProjectionYears = 3;
+  IraRecord& ira = s.AddIra();
+  ira.Benefit = M("400000");
+  ira.RateOfReturn = 4;
+  rep_calc::ProjCells cells;
+  std::vector<rep_calc::ProjYearTotals> totals;
+  rep_calc::CalcProjResults(s, cells, totals);
+  for (std::size_t y = 0; y < 3; ++y) EXPECT_EQ(cells[0][y].Distribution, M("21101.6325")) << y;
+}
+
 TEST_F(CurrentLawTest, AnnuityWithoutTheUsersFactorGivesNoFigure) {
   GeneralInputs gen = Current(MakeDate(1976, 5, 1), 2026);
   gen.DistType = 0;
