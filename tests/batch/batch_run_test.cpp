@@ -81,6 +81,18 @@ TEST(BatchRun, CurrentLawReportsMatchTheExpectedFiles) {
   }
 }
 
+// The cases above carry the rule set as the scenario file layout fixes it:
+// after the one IRA record, "TLYEXT", version 1, and the chunk "RULE" with
+// rule set 1 and the 1959 age 73.
+TEST(BatchRun, CurrentLawScenariosCarryTheRuleChunk) {
+  const std::string bytes = ReadFileBytes(kWork + "/current-law-2026-uniform.ira");
+  const std::size_t records = 211 + 138;
+  ASSERT_GT(bytes.size(), records);
+  const std::string block = bytes.substr(records);
+  EXPECT_EQ(block.substr(0, 8), std::string("TLYEXT\x01\x00", 8));
+  EXPECT_NE(block.find(std::string("RULE\x04\x00\x00\x00\x01\x00\x49\x00", 12)), std::string::npos);
+}
+
 TEST(BatchRun, FailuresGiveAMessageAndANonZeroStatus) {
   const std::string output = kWork + "/failed.txt";
   std::filesystem::remove(output);
