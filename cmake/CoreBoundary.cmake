@@ -1,7 +1,7 @@
 # The computing core must stay free of Qt: the batch run needs no display and
 # every rule is tested without a window. Fail the configuration if a core
 # library links a Qt target.
-foreach(lib core_base core_scenario core_tables core_engine core_reports)
+foreach(lib core_base core_scenario core_tables core_law core_engine core_reports)
   if(TARGET ${lib})
     get_target_property(_links ${lib} LINK_LIBRARIES)
     if(_links)

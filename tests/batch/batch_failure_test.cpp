@@ -139,6 +139,9 @@ TEST(BatchFailures, MissingOrShortTablesAreReportedAndTheRunGoesOn) {
        {kNo90CM, kNo90CMGrid, kNo90CM, kNo90CMGrid, kNo90CM, kNo90CMGrid}},
       {"short 90CM file: its missing factors are 0", {}, {{"s-90cm.tbl", 4000}}, annuity, 0, {}},
       {"only the 2002 single table missing", {"v02.tbl"}, {}, kCases + "/deceased-owner.ira", 0, {NotFound("$/v02.tbl")}},
+      // The tables of 2022 are read after the others, each on its own.
+      {"the 2022 tables missing", {"v22.tbl", "ul22.tbl"}, {}, kCases + "/deceased-owner.ira", 0,
+       {NotFound("$/v22.tbl"), NotFound("$/ul22.tbl")}},
       {"short life tables are read as far as they go",
        {},
        {{"v02.tbl", 100}, {"vi02.tbl", 1001}, {"vi86.tbl", 0}},
@@ -151,7 +154,7 @@ TEST(BatchFailures, MissingOrShortTablesAreReportedAndTheRunGoesOn) {
     TempFolder programFolder;
     const std::string program = programFolder.File("tallyra");
     fs::copy_file(kBuiltFolder + "/tallyra", program);
-    for (const char* table : {"v86.tbl", "v02.tbl", "vi86.tbl", "vi02.tbl", "s-90cm.tbl"}) {
+    for (const char* table : {"v86.tbl", "v02.tbl", "vi86.tbl", "vi02.tbl", "s-90cm.tbl", "v22.tbl", "vi22.tbl", "ul22.tbl"}) {
       if (std::find(r.absent.begin(), r.absent.end(), table) == r.absent.end())
         fs::copy_file(kBuiltFolder + "/" + table, programFolder.File(table));
     }

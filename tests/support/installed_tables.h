@@ -12,6 +12,7 @@ inline void LoadInstalledTables() {
   tables::ClearTables();
   tables::ReadTableVI();
   tables::ReadTableV();
+  tables::ReadTables2022();
 }
 
 }  // namespace ira::testing

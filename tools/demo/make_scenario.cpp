@@ -6,6 +6,7 @@
 //   make_scenario DESCRIPTION OUTPUT.ira
 #include <cstdint>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <iostream>
@@ -55,6 +56,15 @@ Date DateValue(const std::string& v) {
   return *d;
 }
 
+// "described" (the regulations as the program has always applied them) or
+// "current" (the law in force in each year).
+std::int16_t RuleSetValue(const std::string& v) {
+  const std::string lower = ToLower(v);
+  if (lower == "described") return kRulesDescribed;
+  if (lower == "current") return kRulesCurrent;
+  throw DescriptionError("not described or current: " + v);
+}
+
 using Setter = std::function<void(const std::string&)>;
 
 std::map<std::string, Setter> GeneralFields(GeneralInputs& g) {
@@ -76,6 +86,8 @@ std::map<std::string, Setter> GeneralFields(GeneralInputs& g) {
       {"AnnuityIntRate", [&](const std::string& v) { g.AnnuityIntRate = Single(v); }},
       {"AnnuityOverride", [&](const std::string& v) { g.AnnuityOverride = Flag(v); }},
       {"PercentOver", [&](const std::string& v) { g.PercentOver = Single(v); }},
+      {"RuleSet", [&](const std::string& v) { g.RuleSet = RuleSetValue(v); }},
+      {"Age1959", [&](const std::string& v) { g.Age1959 = Int16(v); }},
   };
 }
 
@@ -119,6 +131,31 @@ void ReadDescription(std::istream& in, const std::string& name, Scenario& scenar
   }
 }
 
+void PutLittleEndian(std::string& bytes, std::uint32_t value, int size) {
+  for (int i = 0; i < size; ++i) bytes.push_back(static_cast<char>((value >> (8 * i)) & 0xFF));
+}
+
+// The rule set travels in the file's extension block ("TLYEXT", version 1,
+// the chunk "RULE": rule set and 1959 age, int16 each). When the file code
+// already wrote the block (the file is longer than its records) nothing is
+// added; otherwise a scenario off the defaults gets the block appended.
+void AppendRuleChunk(const std::string& path, const Scenario& scenario) {
+  const GeneralInputs& g = scenario.Gen;
+  if (g.RuleSet == kRulesDescribed && g.Age1959 == kAge1959Default) return;
+  const auto records = static_cast<std::uintmax_t>(211 + 138 * static_cast<int>(scenario.Ira.size()));
+  if (std::filesystem::file_size(path) != records) return;
+  std::string block = "TLYEXT";
+  PutLittleEndian(block, 1, 2);
+  PutLittleEndian(block, 12, 4);  // one chunk: id, length, 4 bytes
+  block += "RULE";
+  PutLittleEndian(block, 4, 4);
+  PutLittleEndian(block, static_cast<std::uint16_t>(g.RuleSet), 2);
+  PutLittleEndian(block, static_cast<std::uint16_t>(g.Age1959), 2);
+  std::ofstream out(path, std::ios::binary | std::ios::app);
+  out.write(block.data(), static_cast<std::streamsize>(block.size()));
+  if (!out) throw std::runtime_error(path + ": cannot be written");
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -132,6 +169,7 @@ int main(int argc, char** argv) {
     ira::Scenario scenario;
     ReadDescription(in, argv[1], scenario);
     ira::file::SaveFile(argv[2], scenario);
+    AppendRuleChunk(argv[2], scenario);
   } catch (const std::exception& e) {
     std::cerr << "make_scenario: " << e.what() << "\n";
     return 1;

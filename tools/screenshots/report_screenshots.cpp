@@ -58,6 +58,7 @@ int main(int argc, char** argv) {
   SetProgramFolder(QCoreApplication::applicationDirPath().toStdString());
   tables::ReadTableVI();
   tables::ReadTableV();
+  tables::ReadTables2022();
   if (!file::OpenFile(ProgramFile("demo.ira"), TheScenario())) return 1;
 
   bool ok = SaveWindows(dir);

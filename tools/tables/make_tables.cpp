@@ -5,6 +5,9 @@
 //                       age outer, second age inner (1986 singles, 2002 doubles)
 //   s-90cm.tbl          Table S: 50 rows (rates 4.2..14.0) x (rate + ages 0..109),
 //                       written column by column, doubles
+//   v22.tbl, vi22.tbl   the 2022 Single Life (ages 0..120) and Joint and Last
+//                       Survivor (0..120 square, first age outer) tables, doubles
+//   ul22.tbl            the 2022 Uniform Lifetime Table, ages 10..120, doubles
 // All little-endian, no header. Each value is the nearest single or double to
 // the CSV's decimal text. Usage: make_tables <csv folder> <output folder>
 #include <bit>
@@ -29,6 +32,9 @@ constexpr int kFirstAge = 5;
 constexpr int kLastAge = 115;
 constexpr int kRateRows = 50;
 constexpr int kFactorAges = 110;  // Table S ages 0..109
+constexpr int k2022FirstAge = 0;
+constexpr int k2022LastAge = 120;
+constexpr int kUniformFirstAge = 10;
 
 struct Csv {
   std::string name;
@@ -193,6 +199,26 @@ void WriteFactorTable(const fs::path& in, const fs::path& out) {
   w.Save(out, "s-90cm.tbl", 44'400);
 }
 
+// The tables in force from 2022 reach age 120 and start at 0 (the Uniform
+// Lifetime Table at 10), so they get files of their own.
+void Write2022Tables(const fs::path& in, const fs::path& out) {
+  const auto single = ReadSingle(in, "single_life_2022.csv");
+  const auto joint = ReadJoint(in, "joint_life_2022.csv");
+  const auto uniform = ReadSingle(in, "uniform_lifetime_2022.csv");
+  Writer ws, wj, wu;
+  for (int i = k2022FirstAge; i <= k2022LastAge; ++i) {
+    ws.Double(single.At(i, "age " + std::to_string(i)).asDouble);
+    for (int j = k2022FirstAge; j <= k2022LastAge; ++j)
+      wj.Double(joint.At({i, j}, "ages " + std::to_string(i) + "/" + std::to_string(j)).asDouble);
+  }
+  for (int age = kUniformFirstAge; age <= k2022LastAge; ++age)
+    wu.Double(uniform.At(age, "age " + std::to_string(age)).asDouble);
+  constexpr std::size_t ages = k2022LastAge - k2022FirstAge + 1;
+  ws.Save(out, "v22.tbl", ages * 8);
+  wj.Save(out, "vi22.tbl", ages * ages * 8);
+  wu.Save(out, "ul22.tbl", (k2022LastAge - kUniformFirstAge + 1) * 8);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -207,6 +233,7 @@ int main(int argc, char** argv) {
     WriteSingleTables(in, out);
     WriteJointTables(in, out);
     WriteFactorTable(in, out);
+    Write2022Tables(in, out);
   } catch (const std::exception& e) {
     std::cerr << "make_tables: " << e.what() << "\n";
     return 1;

@@ -91,6 +91,7 @@ int RunBatch(const CommandLine& cl, std::ostream& err) {
 
   tables::ReadTableVI();
   tables::ReadTableV();
+  tables::ReadTables2022();
   if (!file::OpenFile(cl.input, TheScenario())) return kExitBadScenario;
   if (cl.rules) TheScenario().Gen.RuleSet = *cl.rules;
   // The JSON and PDF outputs start from the scenario as read.

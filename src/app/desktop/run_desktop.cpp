@@ -70,6 +70,7 @@ int RunDesktop(int argc, char** argv, const std::string& inputFile) {
     ProgressScope notice("Loading the life expectancy tables");
     tables::ReadTableVI();
     tables::ReadTableV();
+    tables::ReadTables2022();
   } catch (const std::exception& e) {
     ReportUnexpected("Main()", e);
   }

@@ -34,6 +34,8 @@ bool AtLeast(Decimal d, std::int64_t mantissa, int scale) {
 }  // namespace
 
 float AmortizationTerm(const GeneralInputs& gen, const IraRecord& ira) {
+  // Notice 2022-6: the 2022 Single Life Table at the age in the first year.
+  if (law::ComputesNoticeSeries(gen)) return life_exp::SingleLife(life_exp::TableSet::k2022, SeriesAge(gen));
   const std::int16_t sel =
       (gen.DCY >= 2002 && ira.chkUse2002Table != 0) ? life_exp::kTables2002 : life_exp::kTables1986;
   return life_exp::GetSingleLifeExp(SeriesAge(gen), sel);
@@ -53,6 +55,9 @@ Money AmortizationPayment(const GeneralInputs& gen, const IraRecord& ira) {
 
 float EarlyAnnuityFactor(const GeneralInputs& gen) {
   if (gen.AnnuityOverride != 0 && AtLeast(DecimalOf(gen.AnnuityFactor), 1, 2)) return gen.AnnuityFactor;
+  // The mortality rates Notice 2022-6 prescribes are not at hand: without the
+  // user's factor there is none (0).
+  if (law::ComputesNoticeSeries(gen)) return 0.0f;
   CTableS90CM table;
   table.Age(SeriesAge(gen));
   table.InterestRate(gen.AnnuityIntRate);

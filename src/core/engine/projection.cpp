@@ -20,7 +20,7 @@ constexpr std::string_view kProgressText = "Doing calculations for Projection Re
 constexpr std::string_view kBadStatus =
     "Error in CalcProjResults() - Ira Status invalid. Please Report this error to Quillon";
 
-enum ProjStatus : std::int16_t { kActive = 1, kExhausted = 2, kNoData = 3 };
+enum ProjStatus : std::int16_t { kActive = 1, kExhausted = 2, kNoData = 3, kNotComputed = 4 };
 
 // Per thread: it belongs to the scenario of the thread (see TheScenario).
 thread_local std::int16_t g_lastProjYear = 0;
@@ -45,6 +45,9 @@ void Project(Scenario& scenario, ProjCells& cells, std::vector<ProjYearTotals>& 
   for (std::size_t i = 0; i < iraCount; ++i) balance[i] = scenario.Ira.at(i).Benefit;
   int active = gen.IraCount;
 
+  const bool fixedSeries = law::ComputesNoticeSeries(gen) &&
+                           (gen.EarlyMethod == kMethodAmortization || gen.EarlyMethod == kMethodAnnuity);
+  std::vector<Money> seriesPayment(iraCount);
   const std::int16_t firstDcy = datefun::FirstDCY(gen.OwnerBirthDate);
   std::int16_t second = 2;
   const std::int16_t secondDcy = datefun::CalcDCY(gen.OwnerBirthDate, second);
@@ -62,6 +65,7 @@ void Project(Scenario& scenario, ProjCells& cells, std::vector<ProjYearTotals>& 
         case kActive: break;
         case kExhausted: cell.Distribution = Money::FromRaw(kProjStoppedRaw); continue;
         case kNoData: cell.Distribution = Money::FromRaw(kProjNoDataRaw); continue;
+        case kNotComputed: cell.Distribution = Money::FromRaw(kProjNotComputedRaw); continue;
         default: ShowMessage(kProgramTitle, std::string(kBadStatus), MsgIcon::None); return;
       }
 
@@ -74,10 +78,17 @@ void Project(Scenario& scenario, ProjCells& cells, std::vector<ProjYearTotals>& 
 
       IraDistResults results;
       CalcIraDist(yearGen, yearIra, results, gen.PercentOver);
+      // Notice 2022-6: the amortization and annuity payments are fixed in
+      // the series' first year and paid unchanged every later year.
+      if (fixedSeries && results.AgesSupported != kFalse) {
+        if (y == 0) seriesPayment[i] = results.GrossLater;
+        results.GrossLater = seriesPayment[i];
+      }
 
       if (results.AgesSupported == kFalse) {
-        cell.Distribution = Money::FromRaw(kProjNoDataRaw);
-        status[i] = kNoData;
+        const bool notYet = results.CurrentLaw && results.Law.basis == law::Basis::kNotComputedYet;
+        cell.Distribution = Money::FromRaw(notYet ? kProjNotComputedRaw : kProjNoDataRaw);
+        status[i] = notYet ? kNotComputed : kNoData;
         --active;
       } else {
         cell.BegBalance = balance[i];
@@ -96,11 +107,15 @@ void Project(Scenario& scenario, ProjCells& cells, std::vector<ProjYearTotals>& 
       }
 
       // Sentinels included: an account found unsupported this year still
-      // counts in this year's totals.
-      total.TotalDist += cell.Distribution;
-      total.CombinedEnd += balance[i];
+      // counts in this year's totals. One whose rules are not computed yet
+      // has no figure to add.
+      if (status[i] != kNotComputed) {
+        total.TotalDist += cell.Distribution;
+        total.CombinedEnd += balance[i];
+      }
       // The first-year distributions belong to the owner's first DCY only.
-      if (year == firstDcy) scenario.Ira[i].FirstYearDist = Money();
+      // The law in force never uses it, and leaves the user's figure alone.
+      if (year == firstDcy && !law::ComputesRequiredYear(gen, year)) scenario.Ira[i].FirstYearDist = Money();
       if (status[i] == kActive && balance[i] <= Money()) {
         status[i] = kExhausted;
         --active;
@@ -108,8 +123,10 @@ void Project(Scenario& scenario, ProjCells& cells, std::vector<ProjYearTotals>& 
       if (active < 1) g_lastProjYear = CheckedInt16(static_cast<long long>(y), kWhere);
     }
 
-    total.Limit = GetExcessDistLimit(gen.InflationRate, year);
-    if (total.TotalDist > total.Limit) {
+    // Under the law in force the excess distribution tax is gone after 1996.
+    const bool repealed = law::UsesCurrentLaw(gen) && law::ExcessRepealed(year);
+    total.Limit = repealed ? Money::FromRaw(kNoLimitRaw) : GetExcessDistLimit(gen.InflationRate, year);
+    if (!repealed && total.TotalDist > total.Limit) {
       total.Excess = total.TotalDist - total.Limit;
       total.Tax = MulBinarySingle(total.Excess, kExcessTaxRate);
     } else {

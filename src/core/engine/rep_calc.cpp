@@ -131,6 +131,94 @@ void FillLaterSlots(const GeneralInputs& gen, std::int16_t year, const IraRecord
   }
 }
 
+// The slot a law-in-force divisor is shown in, so every reader of the
+// results finds it where the described rules put the same kind of figure.
+std::int16_t SlotFor(law::Basis basis) {
+  switch (basis) {
+    case law::Basis::kJointSpouse: return kSlotJointSpouseRecalc;
+    case law::Basis::kOwnerRemaining: return kSlotDecedent;
+    case law::Basis::kSpouseYearly: return kSlotSurvivingSpouse;
+    case law::Basis::kNonSpouse: return kSlotNonSpouseAfterDeath;
+    default: return kSlotDistPeriod;
+  }
+}
+
+bool HasAmount(law::Basis basis) {
+  switch (basis) {
+    case law::Basis::kUniform:
+    case law::Basis::kJointSpouse:
+    case law::Basis::kOwnerRemaining:
+    case law::Basis::kSpouseYearly:
+    case law::Basis::kNonSpouse: return true;
+    default: return false;
+  }
+}
+
+void StartCurrentLaw(const IraRecord& ira, IraDistResults& out, float notApplicable) {
+  out.CurrentLaw = true;
+  out.AgesSupported = kTrue;
+  out.RbdLifeExp.fill(notApplicable);
+  out.DcyLifeExp.fill(notApplicable);
+  // An IRA's balance is not reduced by a first-year amount paid by April 1.
+  out.UnadjustedBenefit = ira.Benefit;
+  out.PriorYearMinDist = Money();
+  out.AdjustedBenefit = ira.Benefit;
+  out.DistributedThisYear = ira.DistributedThisYear;
+}
+
+void FinishCurrentLaw(IraDistResults& out) {
+  out.GrossLater = std::max(out.GrossLater, Money());
+  out.ToPayLater = out.GrossLater - out.DistributedThisYear;
+}
+
+// The owner's side of an account under the law in force, a year from 2002.
+void CalcCurrentLaw(const GeneralInputs& gen, const IraRecord& ira, IraDistResults& out, float percentOver) {
+  StartCurrentLaw(ira, out, kNotApplicableRequired);
+  out.Law = law::OwnerSideRules(gen, ira, gen.DCY);
+  out.SlotLater = SlotFor(out.Law.basis);
+  if (out.Law.basis == law::Basis::kNotComputedYet) {
+    out.AgesSupported = kFalse;
+    return;
+  }
+  if (HasAmount(out.Law.basis)) {
+    const float divisor = law::Divisor(out.Law);
+    if (divisor >= life_exp::kNoTableValue) {
+      out.AgesSupported = kFalse;
+      return;
+    }
+    out.DcyLifeExp[out.SlotLater] = divisor;
+    if (out.Law.basis == law::Basis::kJointSpouse) out.DcyLifeExp[kSlotDistPeriod] = law::UniformFigure(out.Law);
+    out.GrossLater = RequiredAmount(out.AdjustedBenefit, divisor, percentOver);
+  }
+  FinishCurrentLaw(out);
+}
+
+// A series of substantially equal payments starting from 2023 (Notice 2022-6).
+void CalcNoticeSeries(const GeneralInputs& gen, const IraRecord& ira, IraDistResults& out, float percentOver) {
+  StartCurrentLaw(ira, out, kNotApplicableEarly);
+  out.NoticeSeries = true;
+  out.SlotLater = kSlotOwnerSingle;
+  const float term = AmortizationTerm(gen, ira);
+  if (term >= life_exp::kNoTableValue) {
+    out.AgesSupported = kFalse;
+    return;
+  }
+  out.DcyLifeExp[kSlotOwnerSingle] = term;
+  if (gen.EarlyMethod == kMethodAmortization) {
+    out.GrossLater = AmortizationPayment(gen, ira);
+  } else if (gen.EarlyMethod == kMethodAnnuity) {
+    if (EarlyAnnuityFactor(gen) <= 0.0f) {
+      out.NoAnnuityFactor = true;
+      out.AgesSupported = kFalse;
+      return;
+    }
+    out.GrossLater = AnnuityPayment(gen, ira);
+  } else {
+    out.GrossLater = RequiredAmount(out.AdjustedBenefit, term, percentOver);
+  }
+  FinishCurrentLaw(out);
+}
+
 }  // namespace
 
 std::int16_t CalcAllLifeExp(const GeneralInputs& gen, std::int16_t year, const IraRecord& ira,
@@ -211,6 +299,10 @@ std::int16_t ChkAgesSupported(const GeneralInputs& gen, const IraRecord& ira, st
 }
 
 void CalcIraDist(const GeneralInputs& gen, const IraRecord& ira, IraDistResults& out, float percentOver) {
+  // The law in force branches here, before any described step, so no
+  // figure of the described rules can move.
+  if (law::ComputesRequiredYear(gen, gen.DCY)) return CalcCurrentLaw(gen, ira, out, percentOver);
+  if (law::ComputesNoticeSeries(gen)) return CalcNoticeSeries(gen, ira, out, percentOver);
   PickRbdMethod(gen, ira, out);
   PickDcyMethod(gen, ira, out);
   out.AgesSupported = ChkAgesSupported(gen, ira, out.Slot1987);

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "core/base/money.h"
+#include "core/law/law.h"
 #include "core/scenario/scenario.h"
 
 namespace ira::rep_calc {
@@ -52,6 +53,12 @@ struct IraDistResults {
   Money DistributedThisYear;  // 12
   Money ToPay1987;            // 13 = 10 - 12
   Money ToPayLater;           // 14 = 11 - 12
+  // The law in force (rule set 1) from 2002, or a Notice 2022-6 series: the
+  // amounts above are the later ones; Law says which rule gave them.
+  bool CurrentLaw = false;
+  bool NoticeSeries = false;
+  bool NoAnnuityFactor = false;  // a Notice series by the annuity method without the user's factor
+  law::YearRules Law;
 };
 
 // Fills `out` for the scenario's DCY. percentOver is added on top of the
@@ -81,6 +88,7 @@ float EarlyAnnuityFactor(const GeneralInputs& gen);
 // Projection.
 inline constexpr std::int64_t kProjNoDataRaw = -100 * Money::kScale;   // ages not supported
 inline constexpr std::int64_t kProjStoppedRaw = -200 * Money::kScale;  // balance ran out earlier
+inline constexpr std::int64_t kProjNotComputedRaw = -300 * Money::kScale;  // beneficiary rules not computed yet
 
 struct ProjCell {
   Money BegBalance;

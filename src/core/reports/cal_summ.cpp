@@ -6,6 +6,7 @@
 
 #include "core/base/text.h"
 #include "core/engine/rep_calc.h"
+#include "core/law/law.h"
 #include "core/reports/formats.h"
 #include "core/scenario/scenario.h"
 
@@ -30,6 +31,21 @@ const std::array<const char*, 3> kPaperFootnote = {
     "    beneficiary's age is not supported by this system's life-expectancy tables. ",
     "    The Totals do not include this account.",
 };
+
+// Under the law in force an account is left out for its ages, because its
+// beneficiary rules are not computed yet, or for want of an annuity factor;
+// its own report says which.
+constexpr const char* kCurrentFootnote =
+    "* Not computed: the Distribution Calculations report gives the reason for this account. Totals do not "
+    "include this account.";
+const std::array<const char*, 2> kCurrentPaperFootnote = {
+    "* Not computed: the Distribution Calculations report gives the reason for this ",
+    "    account. The Totals do not include this account.",
+};
+
+bool CurrentLaw(const GeneralInputs& gen) {
+  return law::ComputesRequiredYear(gen, gen.DCY) || law::ComputesNoticeSeries(gen);
+}
 
 // The printed layout: a nine-blank margin, a 32-character description and
 // four 14-character amount columns two blanks apart, each amount
@@ -134,6 +150,12 @@ void ShowWindow(ReportSink& sink, const GeneralInputs& gen, const std::vector<Ac
   grid.cells.push_back({"", "============", "============", "============", "============"});
 
   const char* regYear = rules == Rules::Later ? "2001" : "1987";
+  if (CurrentLaw(gen)) {
+    grid.labels.push_back({"lblRegUsed", "COMPUTED USING THE LAW IN FORCE FOR " + std::to_string(gen.DCY), true});
+    grid.labels.push_back({"lblNoData", kCurrentFootnote, someNotComputable});
+    sink.ShowGrid(std::move(grid));
+    return;
+  }
   grid.labels.push_back({"lblRegUsed", std::string("COMPUTED USING ") + regYear + " PROPOSED REGULATIONS", true});
   grid.labels.push_back({"lblNoData", kScreenFootnote, someNotComputable});
   sink.ShowGrid(std::move(grid));
@@ -157,8 +179,11 @@ void PrintSection(ReportSink& sink, const PageHeading& heading, const GeneralInp
   const auto line = [&sink](const std::string& text) { sink.Line(kMargin + text); };
   sink.Block(8, heading);
   line("");
-  line(rules == Rules::Later ? "COMPUTATIONS USING 2002 FINAL REGULATIONS:"
-                             : "COMPUTATIONS USING 1987 PROPOSED REGULATIONS:");
+  if (CurrentLaw(gen))
+    line("COMPUTATIONS USING THE LAW IN FORCE FOR " + std::to_string(gen.DCY) + ":");
+  else
+    line(rules == Rules::Later ? "COMPUTATIONS USING 2002 FINAL REGULATIONS:"
+                               : "COMPUTATIONS USING 1987 PROPOSED REGULATIONS:");
   line("");
   line(kHeading1);
   line(IsEarly(gen) ? kHeading2Maximum : kHeading2Required);
@@ -189,7 +214,10 @@ void PrintSection(ReportSink& sink, const PageHeading& heading, const GeneralInp
   if (someNotComputable) {
     sink.Block(4, heading);
     line("");
-    for (const char* text : kPaperFootnote) line(text);
+    if (CurrentLaw(gen))
+      for (const char* text : kCurrentPaperFootnote) line(text);
+    else
+      for (const char* text : kPaperFootnote) line(text);
   }
 }
 

@@ -9,6 +9,7 @@
 #include "core/base/messages.h"
 #include "core/base/text.h"
 #include "core/engine/rep_calc.h"
+#include "core/law/law.h"
 #include "core/reports/formats.h"
 #include "core/reports/prnmastr.h"
 #include "core/scenario/scenario.h"
@@ -66,6 +67,40 @@ class Section {
 
 void AgesNotSupported(Section& s) {
   for (const char* line : kAgesNotSupported) s.Add(line);
+}
+
+// Labels line up with the described ones: 48 characters, then the value.
+std::string Label(const std::string& text) { return PadRight(text, 48); }
+
+std::string BalanceLabel(const GeneralInputs& gen) {
+  return Label("Balance at 12/31/" + std::to_string(gen.DCY - 1) + ":");
+}
+
+// A long note in lines of at most 60 characters, broken at blanks.
+void Note(Section& s, std::string_view text) {
+  constexpr std::size_t kWidth = 60;
+  std::string line;
+  std::size_t from = 0;
+  while (from < text.size()) {
+    std::size_t to = text.find(' ', from);
+    if (to == std::string_view::npos) to = text.size();
+    const std::string_view word = text.substr(from, to - from);
+    if (!line.empty() && line.size() + 1 + word.size() > kWidth) {
+      s.Add(line);
+      line.clear();
+    }
+    line += (line.empty() ? "" : " ") + std::string(word);
+    from = to + 1;
+  }
+  if (!line.empty()) s.Add(line);
+}
+
+// The rules that fired, each with its authority on the next line.
+void RuleLines(Section& s, const std::vector<law::RuleLine>& lines) {
+  for (const law::RuleLine& line : lines) {
+    s.Add(" " + line.what);
+    s.Add("   (" + line.citation + ")");
+  }
 }
 
 // The arithmetic from the December 31 balance to the amount to be paid out.
@@ -259,10 +294,41 @@ void EarlyAmounts(Section& s, const GeneralInputs& gen, const IraDistResults& r)
   s.Add(kFinal);
 }
 
+// Notice 2022-6 (series starting from 2023): what the method takes.
+void NoticeHeading(Section& s, const GeneralInputs& gen) {
+  const std::int16_t age = datefun::AgeInYear(gen.OwnerBirthDate, gen.DCY);
+  s.Add("Rules applied:");
+  RuleLines(s, {law::NoticeSeriesRule(gen.EarlyMethod)});
+  if (gen.EarlyMethod == kMethodAmortization) {
+    s.Add("Method Used: Amortization");
+    s.Add("Reasonable Interest Rate: " + FormatRate(gen.IntRate) + "%");
+    s.Add("Term or Life Expectancy (Years) using 2022 table: " +
+          NumberText(life_exp::SingleLife(life_exp::TableSet::k2022, age)));
+    if (law::RateNeedsMidTermCheck(gen.IntRate)) Note(s, law::kMidTermWarning);
+  } else if (gen.EarlyMethod == kMethodAnnuity) {
+    s.Add("Method Used: Annuity");
+    const float factor = rep_calc::EarlyAnnuityFactor(gen);
+    if (factor > 0.0f) s.Add("Annuity Factor(provided by user): " + NumberText(factor));
+  } else {
+    s.Add("Method Used: Minimum distribution");
+    s.Add("Life Expectancy (Years) using 2022 Single Life table: " +
+          NumberText(life_exp::SingleLife(life_exp::TableSet::k2022, age)));
+  }
+}
+
 // Printed once before the accounts of an early scenario.
 void EarlyHeading(Section& s, const GeneralInputs& gen) {
   s.Add("The distributions are for a series of substantially equal");
   s.Add("periodic payments for a period of five years or more.");
+  if (law::ComputesNoticeSeries(gen)) {
+    if (gen.EarlyMethod == kMethodAmortization || gen.EarlyMethod == kMethodAnnuity) {
+      s.Add("Since the Amortization or Annuity method is being used, it");
+      s.Add("is essential that the Distribution Calendar Year is the FIRST");
+      s.Add("year of the series of annual payments. If a subsequent year is");
+      s.Add("used, the payment amounts will be incorrect!");
+    }
+    return NoticeHeading(s, gen);
+  }
   if (gen.EarlyMethod != kMethodAmortization && gen.EarlyMethod != kMethodAnnuity) return;
   s.Add("Since the Amortization or Annuity method is being used, it");
   s.Add("is essential that the Distribution Calendar Year is the FIRST");
@@ -285,12 +351,89 @@ void EarlyHeading(Section& s, const GeneralInputs& gen) {
   }
 }
 
+// The owner's side of an account under the law in force, a year from 2002.
+void CurrentLawSection(Section& s, const GeneralInputs& gen, const IraDistResults& r) {
+  using law::Basis;
+  s.Add(kRuler);
+  s.Add("The following computation follows the law in");
+  s.Add("force for Distribution Calendar Year " + std::to_string(gen.DCY) + ".");
+  s.Add(kRuler);
+  s.Add("Rules applied:");
+  RuleLines(s, law::Explain(gen, r.Law));
+  if (r.Law.basis == Basis::kNotComputedYet) {
+    Note(s, law::kNotComputedYetText);
+    return;
+  }
+  if (r.AgesSupported == 0) return AgesNotSupported(s);
+  const float le = r.DcyLifeExp[r.SlotLater];
+  const std::string owner = std::to_string(r.Law.ownerAge);
+  switch (r.Law.basis) {
+    case Basis::kUniform:
+      s.Divisor(Label("Uniform Lifetime Table, owner's age " + owner), le);
+      break;
+    case Basis::kJointSpouse:
+      s.Divisor(Label("Uniform Lifetime Table, owner's age " + owner), r.DcyLifeExp[rep_calc::kSlotDistPeriod]);
+      s.Divisor(Label("Joint and Last Survivor Table, ages " + owner + "/" + std::to_string(r.Law.spouseAge)), le);
+      s.Divisor(Label("Larger Life Expectancy"), le);
+      break;
+    case Basis::kOwnerRemaining:
+    case Basis::kNonSpouse:
+      s.Divisor(Label("Single Life Table, age " + std::to_string(r.Law.lookupAge) + " in " +
+                      std::to_string(r.Law.lookupYear)),
+                law::FixedPeriodStart(r.Law));
+      s.Divisor(Label("Less 1 for each year since " + std::to_string(r.Law.lookupYear)), le);
+      break;
+    case Basis::kSpouseYearly:
+      s.Divisor(Label("Single Life Table, spouse's age " + std::to_string(r.Law.spouseAge)), le);
+      break;
+    default:
+      break;
+  }
+  const bool amount = r.Law.basis != Basis::kBeforeFirstYear && r.Law.basis != Basis::kWaived &&
+                      r.Law.basis != Basis::kSpouseNotYet;
+  s.Amount(BalanceLabel(gen), r.AdjustedBenefit);
+  if (amount) {
+    s.Divisor(Label("Divide by life expectancy"), le);
+    s.Add(kSubtotal);
+  }
+  s.Amount("Gross required minimum distribution:            ", r.GrossLater);
+  s.Amount("Less, distributions made during year:           ", r.DistributedThisYear);
+  s.Add(kSubtotal);
+  s.Amount("Minimum distribution to be paid out:            ", r.ToPayLater);
+  s.Add(kFinal);
+  s.Add(law::DeadlineSentence(gen, r.Law));
+}
+
+// A Notice 2022-6 series: the 2022 Single Life Table for the owner's age in
+// the first year.
+void NoticeSeriesSection(Section& s, const GeneralInputs& gen, const IraDistResults& r) {
+  if (r.NoAnnuityFactor) {
+    Note(s, law::kNoAnnuityFactorText);
+    return;
+  }
+  if (r.AgesSupported == 0) return AgesNotSupported(s);
+  if (gen.EarlyMethod == kMethodMinimum) {
+    s.Amount(BalanceLabel(gen), r.AdjustedBenefit);
+    s.Divisor(Label("Divide by life expectancy"), r.DcyLifeExp[rep_calc::kSlotOwnerSingle]);
+    s.Add(kSubtotal);
+  }
+  EarlyAmounts(s, gen, r);
+}
+
 void IraSections(BlockWriter& out, const GeneralInputs& gen, const IraRecord& ira) {
   IraDistResults r;
   rep_calc::CalcIraDist(gen, ira, r, 0.0f);
   Section s;
   s.Add("");
   s.Add("IRA: " + Trim(ira.IraName));
+  if (r.CurrentLaw) {
+    if (r.NoticeSeries)
+      NoticeSeriesSection(s, gen, r);
+    else
+      CurrentLawSection(s, gen, r);
+    s.Emit(out);
+    return;
+  }
   const bool series = IsEarly(gen) && (gen.EarlyMethod == kMethodAmortization || gen.EarlyMethod == kMethodAnnuity);
   if (series) {
     EarlyAmounts(s, gen, r);

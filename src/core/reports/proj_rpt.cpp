@@ -9,6 +9,7 @@
 #include "core/base/checked.h"
 #include "core/base/text.h"
 #include "core/engine/rep_calc.h"
+#include "core/law/law.h"
 #include "core/reports/formats.h"
 #include "core/reports/prnmastr.h"
 #include "core/scenario/scenario.h"
@@ -23,6 +24,7 @@ using rep_calc::ProjYearTotals;
 constexpr std::string_view kWhere = "DisplayProjRpt()";
 constexpr const char* kCaption = "Projection of Distributions Report";
 constexpr const char* kLabel1 = "Computations made using 2002 final regulations";
+constexpr const char* kLabel1Current = "Computations made using the law in force in each year";
 constexpr const char* kAadNote = "The distributions are net of any Amounts Already Distributed.";
 constexpr const char* kPenaltyScreen = "* Possible Penalty for Excess Distributions";
 constexpr const char* kPenaltyPaper = "* Possible Penalty for Excess Distributions.";
@@ -55,6 +57,7 @@ struct Cell {
 
 Cell Amount(Money m) { return {FormatAmount(m), FormatAmount(m) + " "}; }
 Cell NoData() { return {"No Data**", "No Data** "}; }
+Cell NotComputed() { return {"Not computed", "Not computed "}; }
 
 // The per-account rows and the yearly totals rows, in the order shown.
 enum AccountRow : std::size_t { kBegBalance, kIncome, kDistributions, kEndBalance, kAccountRows };
@@ -82,7 +85,12 @@ struct Projection {
   std::vector<Account> accounts;
   std::vector<std::array<Cell, kTotalsRows>> totals;
   // Per year: which marks appear in it.
-  std::vector<bool> penalty, notComputable, over59Half;
+  std::vector<bool> penalty, notComputable, over59Half, notComputedYet;
+  // Under the law in force the excess distribution rows leave the table
+  // (the tax is repealed after 1996) and a note says so.
+  bool excessRows = true;
+  bool currentLaw = false;
+  bool ShowsRow(std::size_t r) const { return excessRows || r == kTotalDist || r == kCombined; }
 
   std::size_t Years() const { return calendarYear.size(); }
 };
@@ -121,6 +129,9 @@ Projection Project(Scenario& scenario) {
   p.penalty.assign(years, false);
   p.notComputable.assign(years, false);
   p.over59Half.assign(years, false);
+  p.notComputedYet.assign(years, false);
+  p.currentLaw = law::UsesCurrentLaw(gen);
+  p.excessRows = !(p.currentLaw && law::ExcessRepealed(gen.DCY));
   for (std::size_t y = 0; y < years; ++y) {
     const std::int16_t year = CheckedInt16(gen.DCY + static_cast<long long>(y), kWhere);
     p.calendarYear.push_back(year);
@@ -138,6 +149,11 @@ Projection Project(Scenario& scenario) {
       const ProjCell& c = engineCells[i][y];
       std::array<Cell, kAccountRows>& cells = account.years[y];
       if (c.Distribution.Raw() == rep_calc::kProjStoppedRaw) continue;
+      if (c.Distribution.Raw() == rep_calc::kProjNotComputedRaw) {
+        cells.fill(NotComputed());
+        p.notComputedYet[y] = true;
+        continue;
+      }
       if (c.Distribution.Raw() == rep_calc::kProjNoDataRaw) {
         cells.fill(NoData());
         p.notComputable[y] = true;
@@ -206,6 +222,7 @@ void ShowWindow(ReportSink& sink, const GeneralInputs& gen, const Projection& p)
     separator();
   }
   for (std::size_t r = 0; r < kTotalsRows; ++r) {
+    if (!p.ShowsRow(r)) continue;
     if (r == kCombined) separator();
     std::vector<std::string>& cells = row(kTotalsScreenLabels[r]);
     for (std::size_t y = 0; y < years; ++y) cells.push_back(p.totals[y][r].screen);
@@ -216,13 +233,17 @@ void ShowWindow(ReportSink& sink, const GeneralInputs& gen, const Projection& p)
   const bool notComputable = Any(p.notComputable, 0, years);
   const bool over59Half = Any(p.over59Half, 0, years);
   grid.labels = {
-      {"Label1", kLabel1, true},
+      {"Label1", p.currentLaw ? kLabel1Current : kLabel1, true},
       {"lblAADNote", kAadNote, true},
       {"lblIncomeCalc", "~ " + IncomeText(gen) + " ~", true},
       // One label: the accounts the tables do not cover come first.
       {"lblNoData", notComputable || !over59Half ? kNoDataScreen : kOver59Half, notComputable || over59Half},
       {"lblXSPenalty", kPenaltyScreen, Any(p.penalty, 0, years)},
   };
+  if (p.currentLaw) {
+    grid.labels.push_back({"lblExcessRepealed", law::kExcessRepealedText, !p.excessRows});
+    grid.labels.push_back({"lblNotComputed", law::kNotComputedYetText, Any(p.notComputedYet, 0, years)});
+  }
   sink.ShowGrid(std::move(grid));
 }
 
@@ -246,8 +267,9 @@ class PaperGroup {
     }
     std::vector<std::string> lines = {""};
     for (std::size_t r = 0; r < kTotalsRows; ++r)
-      lines.push_back(Row(kTotalsPaperLabels[r],
-                          [this, r](std::size_t y) { return m_p.totals[y][r].paper; }));
+      if (m_p.ShowsRow(r))
+        lines.push_back(Row(kTotalsPaperLabels[r],
+                            [this, r](std::size_t y) { return m_p.totals[y][r].paper; }));
     lines.push_back(Row("", [](std::size_t) { return std::string(" ============= "); }));
     TableBlock(lines);
     Footnotes();
@@ -285,6 +307,8 @@ class PaperGroup {
     if (Any(m_p.penalty, m_from, m_to)) lines.emplace_back(kPenaltyPaper);
     if (Any(m_p.notComputable, m_from, m_to)) lines.insert(lines.end(), kNoDataPaper.begin(), kNoDataPaper.end());
     if (Any(m_p.over59Half, m_from, m_to)) lines.emplace_back(kOver59Half);
+    if (Any(m_p.notComputedYet, m_from, m_to)) lines.emplace_back(law::kNotComputedYetText);
+    if (!m_p.excessRows) lines.emplace_back(law::kExcessRepealedText);
     if (lines.empty()) return;
     m_sink.Block(static_cast<int>(lines.size()) + 1, m_heading);
     m_sink.Line("");

@@ -51,6 +51,42 @@ void JointRangeMessage(const std::string& who, std::int16_t age) {
 
 }  // namespace
 
+namespace {
+
+// A value of zero is a table that was not loaded.
+float Loaded(float value) { return value > 0.0f ? value : kNoTableValue; }
+
+bool In2022(int age) { return age >= 0 && age < static_cast<int>(tables::k2022Ages); }
+
+}  // namespace
+
+float SingleLife(TableSet set, int age) {
+  if (set == TableSet::k2022) {
+    if (!In2022(age)) return kNoTableValue;
+    return Loaded(tables::Tables2022().single[static_cast<std::size_t>(age)]);
+  }
+  if (!InTable(age)) return kNoTableValue;
+  return Loaded(set == TableSet::k1986 ? Tables().single86[Index(age)] : Tables().single02[Index(age)]);
+}
+
+float JointLife(TableSet set, int age1, int age2) {
+  if (set == TableSet::k2022) {
+    if (!In2022(age1) || !In2022(age2)) return kNoTableValue;
+    return Loaded(tables::Tables2022().joint[static_cast<std::size_t>(age1) +
+                                             static_cast<std::size_t>(age2) * tables::k2022Ages]);
+  }
+  if (!InTable(age1) || !InTable(age2)) return kNoTableValue;
+  if (set == TableSet::k1986) return Loaded(Tables().joint86[Index(age1) + Index(age2) * kAges]);
+  return Loaded(Tables().joint02[Index(std::max(age1, age2)) + Index(std::min(age1, age2)) * kAges]);
+}
+
+float UniformLifetime(TableSet set, int age) {
+  if (set != TableSet::k2022) return JointLife(set, age, age - 10);
+  const int index = age - tables::kUniform2022FirstAge;
+  if (index < 0 || index >= static_cast<int>(tables::kUniform2022Ages)) return kNoTableValue;
+  return Loaded(tables::Tables2022().uniform[static_cast<std::size_t>(index)]);
+}
+
 std::int16_t SelectorForYear(std::int16_t year) { return year >= 2002 ? kTables2002 : kTables1986; }
 
 // The age and selector checks keep every index inside the arrays, so these

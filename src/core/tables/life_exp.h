@@ -21,6 +21,16 @@ inline constexpr std::int16_t kTables2002 = 1;
 // 1 when the year is 2002 or later, else 0.
 std::int16_t SelectorForYear(std::int16_t year);
 
+// The published table sets, named by the year they were issued. The law in
+// force picks one by value; a further set is one more value.
+enum class TableSet : std::int16_t { k1986 = 1986, k2002 = 2002, k2022 = 2022 };
+// Lookups by table set: kNoTableValue for an age the set does not hold, or
+// when its file was not loaded. The Uniform Lifetime figure of the 1986 and
+// 2002 sets is their joint figure at (age, age - 10), as published.
+float SingleLife(TableSet set, int age);
+float JointLife(TableSet set, int age1, int age2);
+float UniformLifetime(TableSet set, int age);
+
 float GetSingleLifeExp(std::int16_t age, std::int16_t sel);
 float GetJointLifeExp(std::int16_t age1, std::int16_t age2, std::int16_t sel);
 float SingleLifeExpInYear(Date birth, std::int16_t year, std::int16_t sel);

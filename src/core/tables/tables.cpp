@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <string>
 
 #include "core/base/errors.h"
@@ -14,6 +15,7 @@ namespace ira::tables {
 namespace {
 
 LifeTables g_tables;
+LifeTables2022 g_tables2022;
 
 // Two sentences joined with no blank between them: the wording is deliberate.
 constexpr const char* kFileNotFoundTitle = "File not found";
@@ -47,9 +49,39 @@ bool OpenPair(const char* name86, const char* name02, std::ifstream& in86, std::
   return in86.is_open() && in02.is_open();
 }
 
+// Reads a file of doubles into singles, as far as it goes.
+template <std::size_t N>
+void ReadDoubles(const char* name, std::array<float, N>& cells) {
+  const std::string path = ProgramFile(name);
+  if (!TableFileExists(path)) return;
+  std::ifstream in(path, std::ios::binary);
+  std::uint64_t bits = 0;
+  for (std::size_t k = 0; k < N && ReadLittleEndian(in, 8, bits); ++k)
+    cells[k] = static_cast<float>(std::bit_cast<double>(bits));
+}
+
 }  // namespace
 
 const LifeTables& Tables() { return g_tables; }
+const LifeTables2022& Tables2022() { return g_tables2022; }
+
+void ClearTables2022() { g_tables2022 = LifeTables2022{}; }
+
+void ReadTables2022() {
+  try {
+    ReadDoubles("v22.tbl", g_tables2022.single);
+    // The file runs by first age, then second age; in memory the first age
+    // varies fastest, as in the older joint tables.
+    const auto fileOrder = std::make_unique<std::array<float, k2022Ages * k2022Ages>>();
+    ReadDoubles("vi22.tbl", *fileOrder);
+    for (std::size_t i = 0; i < k2022Ages; ++i)
+      for (std::size_t j = 0; j < k2022Ages; ++j)
+        g_tables2022.joint[i + j * k2022Ages] = (*fileOrder)[i * k2022Ages + j];
+    ReadDoubles("ul22.tbl", g_tables2022.uniform);
+  } catch (const std::exception& e) {
+    ReportUnexpected("ReadTables2022", e);
+  }
+}
 
 bool ReadLittleEndian(std::istream& in, std::size_t size, std::uint64_t& bits) {
   unsigned char b[8];

@@ -19,7 +19,22 @@ struct LifeTables {
   std::array<float, kAges * kAges> joint02{};
 };
 
+// The tables in force from 2022 (T.D. 9930): Single Life and Joint and Last
+// Survivor for ages 0..120, Uniform Lifetime for ages 10..120. They have
+// files of their own, so a folder holding only the four older files still
+// loads those exactly as before.
+inline constexpr std::size_t k2022Ages = 121;         // ages 0..120
+inline constexpr std::size_t kUniform2022Ages = 111;  // ages 10..120
+inline constexpr int kUniform2022FirstAge = 10;
+
+struct LifeTables2022 {
+  std::array<float, k2022Ages> single{};             // index age
+  std::array<float, k2022Ages * k2022Ages> joint{};  // index a1 + a2 * 121
+  std::array<float, kUniform2022Ages> uniform{};     // index age - 10
+};
+
 const LifeTables& Tables();
+const LifeTables2022& Tables2022();
 // Zeroes all four tables (as before loading).
 void ClearTables();
 
@@ -28,6 +43,10 @@ void ClearTables();
 // "File not found" message and leaves that reader's tables at zero.
 void ReadTableVI();
 void ReadTableV();
+// Load "v22.tbl", "vi22.tbl" and "ul22.tbl"; a missing file gives the same
+// "File not found" message and leaves its table at zero (no table value).
+void ReadTables2022();
+void ClearTables2022();
 
 // Reads one little-endian record of `size` bytes (at most 8) into `bits`;
 // false at the end of the data, so a short file is read as far as it goes.

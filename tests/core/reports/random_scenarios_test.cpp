@@ -98,6 +98,9 @@ Scenario RandomScenario(Dice& d) {
     r.bRecalc = static_cast<std::int16_t>(d.Int(0, 3));
     r.chkUse2002Table = d.Flag();
   }
+  // Drawn last, so the rest of each seed's scenario stays as it was.
+  g.RuleSet = d.Chance(50) ? kRulesCurrent : kRulesDescribed;
+  g.Age1959 = d.Chance(50) ? kAge1959Default : kAge1959Alternative;
   return s;
 }
 
@@ -154,6 +157,7 @@ TEST(RandomScenarios, RunThroughEveryReportInEveryMode) {
   SetProgramFolder(TALLYRA_PROGRAM_DIR);
   tables::ReadTableVI();
   tables::ReadTableV();
+  tables::ReadTables2022();
   TempFolder folder;
   const std::uint64_t count = FromEnvironment("TALLYRA_RANDOM_SCENARIOS", 200);
   const std::uint64_t first = FromEnvironment("TALLYRA_RANDOM_SEED", 2014);
