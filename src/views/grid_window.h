@@ -29,12 +29,20 @@ class GridReportWindow : public QWidget {
   QLabel* Label(const char* name) const;
   // Sized to the grid (within the screen) and centred.
   void Place();
+  // The selected cells as tab-separated lines (Ctrl+C puts them on the
+  // clipboard); unselected cells within the selection's bounds stay empty.
+  QString SelectionText() const;
+  void CopySelection();
 
  protected:
   // The labels named in `above` go between the heading and the grid, the
   // others under it, in the report's order.
   GridReportWindow(const char* objectName, const reports::GridReport& grid,
                    std::initializer_list<const char*> above, QWidget* parent);
+
+ protected:
+  // Escape closes the window, as in a dialog.
+  void keyPressEvent(QKeyEvent* event) override;
 };
 
 // Cell text as the grid shows it: CRLF-joined lines stacked.

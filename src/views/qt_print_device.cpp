@@ -40,6 +40,10 @@ void QtPrintDevice::PrintLine(std::string_view text) {
   m_lines << QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
+void QtPrintDevice::SetOrientation(QPageLayout::Orientation orientation) {
+  if (m_printer.pageLayout().orientation() != orientation) m_printer.setPageOrientation(orientation);
+}
+
 void QtPrintDevice::NewPage() {
   ++m_page;
   // A page on which nothing was printed never appears.

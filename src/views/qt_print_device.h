@@ -10,6 +10,7 @@
 #pragma once
 
 #include <QFont>
+#include <QPageLayout>
 #include <QPainter>
 #include <QStringList>
 
@@ -34,6 +35,8 @@ class QtPrintDevice : public PrintDevice {
   void EndDoc() override;
 
   int PagesDrawn() const { return m_pagesDrawn; }
+  // The paper's orientation from the next page on (lines per page follow).
+  void SetOrientation(QPageLayout::Orientation orientation);
 
  private:
   void SetFont(const QFont& font);

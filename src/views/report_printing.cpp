@@ -9,6 +9,8 @@
 #include <QTemporaryFile>
 #include <filesystem>
 
+#include <sys/stat.h>
+
 #include "core/base/messages.h"
 #include "core/reports/display_master.h"
 #include "views/qt_print_device.h"
@@ -18,18 +20,44 @@ namespace {
 
 void Warn(const QString& text) { ShowMessage("WARNING", text.toStdString(), MsgIcon::Exclamation); }
 
+// The grids need the width of a sideways page; text reports fit more lines,
+// and so more accounts a page, upright.
+QPageLayout::Orientation OrientationOf(int flag) {
+  return flag == reports::kRptCalSumm || flag == reports::kRptProjection ? QPageLayout::Landscape
+                                                                          : QPageLayout::Portrait;
+}
+
+// The first report that will print: the Projection report prints nothing
+// without projection mode.
+int FirstPrinted(int flags) {
+  for (const reports::ReportEntry& entry : reports::Reports()) {
+    if ((flags & entry.flag) == 0 || !entry.routine) continue;
+    if (entry.flag == reports::kRptProjection && !reports::ProjectionModeOn()) continue;
+    return entry.flag;
+  }
+  return 0;
+}
+
 }  // namespace
 
 void PreparePrinter(QPrinter& printer, int flags) {
-  const bool wide = (flags & reports::kRptProjection) != 0 && reports::ProjectionModeOn();
-  printer.setPageLayout(QPageLayout(QPageSize(QPageSize::Letter), wide ? QPageLayout::Landscape : QPageLayout::Portrait,
+  printer.setPageLayout(QPageLayout(QPageSize(QPageSize::Letter), OrientationOf(FirstPrinted(flags)),
                                     QMarginsF(0.5, 0.5, 0.5, 0.5), QPageLayout::Inch));
   printer.setDocName(QStringLiteral("Tallyra reports"));
 }
 
 int PaintReports(QPrinter& printer, int flags) {
   QtPrintDevice device(printer);
-  reports::PrintSelectedReports(flags, device);
+  // Each report turns the paper its own way before its first page.
+  reports::ReportTable table = reports::Reports();
+  for (reports::ReportEntry& entry : table) {
+    if (!entry.routine) continue;
+    entry.routine = [&device, routine = entry.routine, orientation = OrientationOf(entry.flag)](reports::ReportSink& sink) {
+      device.SetOrientation(orientation);
+      routine(sink);
+    };
+  }
+  reports::PrintSelectedReports(flags, device, table);
   return device.PagesDrawn();
 }
 
@@ -83,6 +111,11 @@ bool SaveReportsAsPdf(int flags, const QString& path) {
     return false;
   }
   temp.setAutoRemove(false);
+  // The temporary file was private to the user; the PDF is an ordinary file.
+  const mode_t mask = ::umask(0);
+  ::umask(mask);
+  std::filesystem::permissions(target.absoluteFilePath().toStdString(),
+                               static_cast<std::filesystem::perms>(0666 & ~mask), ec);
   return true;
 }
 

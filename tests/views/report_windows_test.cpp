@@ -1,3 +1,9 @@
+#include <QApplication>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QPushButton>
+#include <QTest>
 #include <QFontInfo>
 #include <QHeaderView>
 #include <QPlainTextEdit>
@@ -5,6 +11,7 @@
 #include <QTableWidget>
 #include <memory>
 
+#include "core/base/text.h"
 #include "core/reports/display_master.h"
 #include "views/frmCalSumm.h"
 #include "views/frmProjRpt.h"
@@ -145,3 +152,101 @@ TEST_F(ReportWindows, ProjectionWithoutProjectionModeOffersItsHelp) {
 }
 
 }  // namespace
+
+// Columns are counted in widths of "X", but an amount wider than its count
+// must still show whole: $39,301,310,043.67 in a 14-wide column lost "39,".
+TEST(GridWindowColumns, FitWhatTheyHoldButLetRulesBeCut) {
+  reports::GridReport grid;
+  grid.caption = "Calendar Year Summary";
+  grid.columnWidths = {6, 14};
+  grid.fixedRows = 1;
+  grid.fixedCols = 1;
+  grid.cells = {{"Row", "Amount"},
+                {"A", "39,301,310,043.67"},
+                {"B", "------------------------------------------------------------"}};
+  frmCalSumm window(grid);
+  const QFontMetrics fm(window.vsGrdDisplay->font());
+  const int amount = fm.horizontalAdvance(QStringLiteral("39,301,310,043.67"));
+  EXPECT_GT(window.vsGrdDisplay->columnWidth(0), amount);
+  // The rule does not widen the column to its own 60 dashes.
+  EXPECT_LT(window.vsGrdDisplay->columnWidth(0), fm.horizontalAdvance(QString(60, QLatin1Char('-'))));
+}
+
+// A typo of 50% for 100 years grows the balances past what an amount holds:
+// the projection ends there and says so, and nothing is reported as a fault.
+TEST_F(ReportWindows, ProjectionBeyondTheLargestAmountStopsAndSaysWhy) {
+  Scenario& sc = TheScenario();
+  for (IraRecord& ira : sc.Ira) ira.RateOfReturn = 50.0f;
+  sc.Gen.ProjectionYears = 100;
+  sc.Gen.PercentOver = 0.0f;
+  const std::vector<QWidget*> windows = Show(reports::kRptProjection);
+  EXPECT_TRUE(rec.errors.errors.empty());
+  ASSERT_EQ(windows.size(), 1u);
+  const QLabel* note = static_cast<frmProjRpt*>(windows[0])->Label("lblOverflow");
+  ASSERT_NE(note, nullptr);
+  EXPECT_FALSE(note->isHidden());
+  EXPECT_TRUE(note->text().startsWith(QStringLiteral("The projection stops before ")));
+
+  reports::TextSink paper(reports::ReportMode::File);
+  reports::Reports()[4].routine(paper);
+  EXPECT_NE(paper.Text().find("The projection stops before "), std::string::npos);
+  EXPECT_TRUE(rec.errors.errors.empty());
+}
+
+// A report shown again reuses its window; another report's window cascades
+// from it; Escape closes; both kinds of window name their button alike.
+TEST_F(ReportWindows, WindowsAreReusedCascadedAndClosedAlike) {
+  const auto show = [this](int flag) {
+    viewer.SetReport(flag);
+    reports::DisplayMaster(reports::ReportMode::View, flag, reports::ReportTarget{&viewer, nullptr, {}});
+    viewer.SetReport(0);
+  };
+  show(reports::kRptInputs);
+  show(reports::kRptInputs);
+  show(reports::kRptCalSumm);
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  std::vector<QWidget*> windows;
+  for (QWidget* w : owner->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
+    if (w->isWindow() && w->isVisible()) windows.push_back(w);
+  ASSERT_EQ(windows.size(), 2u);
+  EXPECT_EQ(viewer.OpenReports(), reports::kRptInputs | reports::kRptCalSumm);
+
+  auto* text = qobject_cast<frmReportForm*>(windows[0]);
+  auto* grid = qobject_cast<GridReportWindow*>(windows[1]);
+  ASSERT_NE(text, nullptr);
+  ASSERT_NE(grid, nullptr);
+  EXPECT_EQ(text->btn3DExit->text(), grid->btnClose->text());
+
+  // The scenario changes: the open windows are filled again in place.
+  TheScenario().Gen.OwnerName = FixedText("Someone Else", kOwnerNameWidth);
+  const QRect before = text->geometry();
+  viewer.RefreshOpen([&](int flag) {
+    reports::DisplayMaster(reports::ReportMode::View, flag, reports::ReportTarget{&viewer, nullptr, {}});
+  });
+  EXPECT_TRUE(text->txtReport->toPlainText().contains(QStringLiteral("Someone Else")));
+  EXPECT_EQ(text->geometry(), before);
+
+  QApplication::setActiveWindow(text);
+  ASSERT_TRUE(QTest::qWaitForWindowActive(text));
+  QTest::keyClick(text->txtReport, Qt::Key_Escape);
+  EXPECT_FALSE(text->isVisible());
+  EXPECT_EQ(viewer.OpenReports(), reports::kRptCalSumm);
+}
+
+TEST_F(ReportWindows, CtrlCCopiesTheSelectedCellsAsTabSeparatedText) {
+  reports::GridReport grid;
+  grid.caption = "Calendar Year Summary";
+  grid.columnWidths = {6, 14, 14};
+  grid.fixedRows = 1;
+  grid.fixedCols = 1;
+  grid.cells = {{"Row", "One", "Two"}, {"A", "1,000.00", "2,000.00"}, {"B", "3,000.00", "4,000.00"}};
+  frmCalSumm window(grid);
+  window.show();
+  QApplication::setActiveWindow(&window);
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  window.vsGrdDisplay->setRangeSelected(QTableWidgetSelectionRange(0, 0, 1, 1), true);
+  window.vsGrdDisplay->setFocus();
+  QGuiApplication::clipboard()->clear();
+  QTest::keySequence(window.vsGrdDisplay, QKeySequence::Copy);
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("1,000.00\t2,000.00\n3,000.00\t4,000.00\n"));
+}

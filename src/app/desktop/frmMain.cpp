@@ -36,6 +36,7 @@
 #include "dialogs/dlgProjOptions.h"
 #include "dialogs/dlgRptChoices.h"
 #include "dialogs/rules/entries.h"
+#include "dialogs/rules/ginputs.h"
 #include "views/qt_report_viewer.h"
 
 namespace ira::desktop {
@@ -94,6 +95,14 @@ QIcon AppIcon() {
 
 constexpr const char* kNotEntered = "(not entered)";
 
+// What New and start-up give: the law in force, and the required-distribution
+// type, which most users plan for (the early type would argue with the first
+// year typed before the type could be chosen).
+void StartNewScenario() {
+  TheScenario().ResetForNew();
+  TheScenario().Gen.DistType = ginputs::StoredDistType(ginputs::kAfter70Half);
+}
+
 }  // namespace
 
 frmMain::frmMain(settings::Settings settings, std::string userFolder, long startTime, QWidget* parent)
@@ -145,7 +154,7 @@ frmMain::frmMain(settings::Settings settings, std::string userFolder, long start
   resize(860, 560);
 
   // A fresh start: an empty scenario that was never saved.
-  TheScenario().Reset();
+  StartNewScenario();
   SetCurrentFile(shell::kUntitledFileName);
   Refresh();
 }
@@ -169,13 +178,13 @@ void frmMain::CreateActions() {
   mnuSave->setShortcut(QKeySequence::Save);
   mnuSaveAs = action(QIcon(), QStringLiteral("Save &As..."), shell::Command::SaveAs,
                      QStringLiteral("Save the scenario under a new name"));
-  mnuSaveAs->setShortcut(QKeySequence::SaveAs);
+  mnuSaveAs->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
   mnuPrint = action(PaintedIcon(PaintPrinter), QStringLiteral("&Print Reports..."), shell::Command::Print,
                     QStringLiteral("Print reports"));
   mnuPrint->setShortcut(QKeySequence::Print);
   mnuPreview = action(QIcon(), QStringLiteral("Print Pre&view..."), shell::Command::Preview,
                       QStringLiteral("See the printed pages of reports on screen"));
-  mnuSavePdf = action(QIcon(), QStringLiteral("Save as P&DF..."), shell::Command::SavePdf,
+  mnuSavePdf = action(QIcon(), QStringLiteral("Sav&e as PDF..."), shell::Command::SavePdf,
                       QStringLiteral("Print reports into a PDF file"));
   mnuDisplay = action(s->standardIcon(QStyle::SP_FileDialogContentsView), QStringLiteral("&Display Reports..."),
                       shell::Command::Display, QStringLiteral("Show reports on screen"));
@@ -254,11 +263,17 @@ void frmMain::CreateOverview() {
   m_dcy = new QLabel(general);
   m_type = new QLabel(general);
   m_projection = new QLabel(general);
+  m_rules = new QLabel(general);
+  m_rules->setObjectName(QStringLiteral("lblRules"));
   form->addRow(QStringLiteral("IRA Owner:"), m_owner);
   form->addRow(QStringLiteral("Other Info.:"), m_other);
   form->addRow(QStringLiteral("Distribution Calendar Year:"), m_dcy);
   form->addRow(QStringLiteral("Type of Distribution:"), m_type);
   form->addRow(QStringLiteral("Projection:"), m_projection);
+  form->addRow(QStringLiteral("Rules:"), m_rules);
+  m_statusRules = new QLabel(this);
+  m_statusRules->setObjectName(QStringLiteral("lblStatusRules"));
+  statusBar()->addPermanentWidget(m_statusRules);
 
   auto* iras = new QGroupBox(QStringLiteral("IRAs"), central);
   m_iras = new QTreeWidget(iras);
@@ -298,6 +313,10 @@ void frmMain::Refresh() {
                             : QString::number(gen.ProjectionYears) + QStringLiteral(" years, ") +
                                   Q(NumberText(gen.PercentOver)) + QStringLiteral("% over the minimum"));
 
+  const QString rules = Q(ginputs::RuleSetName(gen.RuleSet));
+  m_rules->setText(rules.left(1).toUpper() + rules.mid(1));
+  m_statusRules->setText(QStringLiteral("Rules: ") + rules);
+
   m_iras->clear();
   for (std::size_t i = 0; i < sc.Ira.size(); ++i) {
     const IraRecord& ira = sc.Ira[i];
@@ -314,14 +333,33 @@ void frmMain::Refresh() {
   }
   // Only a scenario with IRAs has anything to project.
   mnuProjection->setEnabled(gen.IraCount > 0);
+  RefreshReports();
+}
+
+void frmMain::RefreshReports() {
+  if (!m_reportWindows) return;
+  m_reportWindows->RefreshOpen([this](int flag) {
+    if (flag == reports::kRptProjection && !reports::ProjectionModeOn()) {
+      m_reportWindows->CloseReport(flag);  // nothing left to project
+      return;
+    }
+    reports::DisplayMaster(reports::ReportMode::View, flag, reports::ReportTarget{m_reportWindows.get(), nullptr, {}});
+  });
+  m_reportWindows->SetReport(0);
 }
 
 void frmMain::SetCurrentFile(const std::string& path) {
   m_currentFile = path;
-  setWindowTitle(Q(shell::MainTitle(path)));
+  MarkModified(m_modified);
 }
 
-void frmMain::SetModified() { m_modified = true; }
+void frmMain::SetModified() { MarkModified(true); }
+
+void frmMain::MarkModified(bool modified) {
+  m_modified = modified;
+  // A star before the name while there are unsaved changes.
+  setWindowTitle((modified ? QStringLiteral("*") : QString()) + Q(shell::MainTitle(m_currentFile)));
+}
 
 void frmMain::tlbMain_ButtonClick(const QString& key) {
   const auto command = shell::CommandForKey(key.toStdString());
@@ -386,14 +424,17 @@ bool frmMain::ShowInputDialog(shell::Command dialog) {
 
 bool frmMain::MaySetAside(bool exiting) {
   if (!m_modified) return true;
-  if (shell::AskUnsaved(exiting) != MsgAnswer::Yes) return true;
-  return FileSave();
+  switch (shell::AskUnsaved(exiting)) {
+    case MsgAnswer::Yes: return FileSave();
+    case MsgAnswer::No: return true;
+    default: return false;  // Cancel or Escape: the edits stay where they are
+  }
 }
 
 bool frmMain::FileNew() {
   if (!MaySetAside(false)) return false;
-  TheScenario().Reset();
-  m_modified = false;
+  StartNewScenario();
+  MarkModified(false);
   SetCurrentFile(shell::kUntitledFileName);
   Refresh();
   return true;
@@ -409,7 +450,7 @@ bool frmMain::FileOpen() {
 bool frmMain::OpenScenario(const std::string& path) {
   const bool opened = file::OpenFile(path, TheScenario());
   if (opened) {
-    m_modified = false;
+    MarkModified(false);
     SetCurrentFile(path);
     RememberFolder(path);
   }
@@ -442,7 +483,7 @@ bool frmMain::WriteScenario(const std::string& path) {
     ShowMessage("WARNING", e.what(), MsgIcon::Exclamation);
     return false;
   }
-  m_modified = false;
+  MarkModified(false);
   return true;
 }
 
@@ -491,9 +532,16 @@ void frmMain::OpenManual() {
 void frmMain::RunReports(reports::ReportMode mode, views::PrintOutput output) {
   const int flags = ChooseReports(mode);
   if (flags <= 0) return;
-  if (mode == reports::ReportMode::View)
-    reports::DisplayMaster(mode, flags, ReportTargetFor(mode));
-  else
+  if (mode == reports::ReportMode::View) {
+    // One report at a time, so that each finds its own window again.
+    const reports::ReportTarget target = ReportTargetFor(mode);
+    for (int flag = 1; flag <= reports::kRptAll; flag <<= 1) {
+      if ((flags & flag) == 0) continue;
+      m_reportWindows->SetReport(flag);
+      reports::DisplayMaster(mode, flag, target);
+    }
+    m_reportWindows->SetReport(0);
+  } else
     PrintReports(flags, output);
 }
 

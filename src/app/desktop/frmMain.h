@@ -13,6 +13,7 @@
 #include "app/shell/commands.h"
 #include "app/shell/settings.h"
 #include "core/reports/display_master.h"
+#include "views/qt_report_viewer.h"
 #include "views/report_printing.h"
 
 class QAction;
@@ -97,6 +98,9 @@ class frmMain : public QMainWindow {
   bool WriteScenario(const std::string& path);
   void RememberFolder(const std::string& path);
   void SetCurrentFile(const std::string& path);
+  void MarkModified(bool modified);
+  // The open report windows show the scenario as it now stands.
+  void RefreshReports();
   void RunReports(reports::ReportMode mode, views::PrintOutput output = views::PrintOutput::Printer);
   void PrintToPdf(int flags);
   bool ShowInputDialog(shell::Command dialog);
@@ -107,13 +111,15 @@ class frmMain : public QMainWindow {
   std::string m_currentFile = shell::kUntitledFileName;
   bool m_modified = false;
   bool m_closing = false;
-  std::unique_ptr<reports::ReportViewer> m_reportWindows;
+  std::unique_ptr<views::QtReportViewer> m_reportWindows;
 
   QLabel* m_owner;
   QLabel* m_other;
   QLabel* m_dcy;
   QLabel* m_type;
   QLabel* m_projection;
+  QLabel* m_rules;
+  QLabel* m_statusRules;
   QTreeWidget* m_iras;
 };
 

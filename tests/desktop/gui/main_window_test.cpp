@@ -1,15 +1,23 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QCoreApplication>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QStatusBar>
 #include <QToolBar>
 #include <deque>
 #include <filesystem>
+#include <set>
 
 #include "app/desktop/frmError.h"
 #include "app/desktop/frmMain.h"
 #include "app/desktop/qt_sinks.h"
 #include "core/base/program.h"
 #include "core/scenario/file.h"
+#include "views/frmReportForm.h"
+#include <QPlainTextEdit>
 #include "support/recording_sinks.h"
 #include "support/scenario_files.h"
 
@@ -71,6 +79,7 @@ TEST_F(MainWindow, SavingANeverSavedScenarioAsksForAName) {
   EXPECT_FALSE(projection->isEnabled());  // nothing to project yet
   Edit();
   EXPECT_TRUE(projection->isEnabled());
+  EXPECT_EQ(window->windowTitle().toStdString(), "*UNTITLED IRA - QSW - Tallyra");  // unsaved changes
 
   chosen.push_back(data.File("plan"));
   window->tlbMain_ButtonClick("Save");
@@ -78,7 +87,7 @@ TEST_F(MainWindow, SavingANeverSavedScenarioAsksForAName) {
   EXPECT_TRUE(chooserCalls[0].first);
   EXPECT_EQ(chooserCalls[0].second, data.Path());
   EXPECT_TRUE(std::filesystem::exists(data.File("plan.ira")));  // the default extension
-  EXPECT_EQ(window->windowTitle().toStdString(), data.File("plan.ira") + " - QSW - Tallyra");
+  EXPECT_EQ(window->windowTitle().toStdString(), "plan.ira - QSW - Tallyra");
   EXPECT_FALSE(window->Modified());
   EXPECT_EQ(settings::GetProfileString(config.file, "Data Files", "Data File Path", ""), data.Path());
 
@@ -263,3 +272,83 @@ TEST_F(MainWindow, SaveAsPdfSuggestsTheScenariosNameAndWritesTheFile) {
 }
 
 }  // namespace
+
+TEST_F(MainWindow, ShowsTheRuleSetAndNewTakesTheLawInForce) {
+  const auto shown = [this] { return window->findChild<QLabel*>("lblStatusRules")->text().toStdString(); };
+  EXPECT_EQ(TheScenario().Gen.RuleSet, kRulesCurrent);  // start-up is a new scenario
+  EXPECT_EQ(shown(), "Rules: the law in force in each year");
+
+  window->RunDialog = [](shell::Command) {
+    TheScenario().Gen.RuleSet = kRulesDescribed;
+    return true;
+  };
+  window->Run(shell::Command::General);
+  EXPECT_EQ(shown(), "Rules: the regulations as described (1987-2002)");
+
+  rec.messages.answers = {MsgAnswer::No};
+  window->FileNew();
+  EXPECT_EQ(TheScenario().Gen.RuleSet, kRulesCurrent);
+  EXPECT_EQ(shown(), "Rules: the law in force in each year");
+}
+
+// Cancel (which Escape gives) backs out of New, Open and Exit with the edits
+// kept; the questions keep their wording.
+TEST_F(MainWindow, CancellingTheUnsavedQuestionKeepsTheEdits) {
+  Edit();
+  rec.messages.answers = {MsgAnswer::Cancel, MsgAnswer::Cancel, MsgAnswer::Cancel};
+  EXPECT_FALSE(window->FileNew());
+  EXPECT_FALSE(window->FileOpen());
+  EXPECT_FALSE(window->close());
+  EXPECT_EQ(Texts(), (std::vector<std::string>{kAskReplace, kAskReplace, kAskExit}));
+  for (const auto& m : rec.messages.messages) EXPECT_EQ(m.buttons, MsgButtons::YesNoCancel);
+  EXPECT_TRUE(chooserCalls.empty());
+  EXPECT_EQ(TheScenario().Gen.IraCount, 1);
+  EXPECT_TRUE(window->Modified());
+}
+
+// A new scenario must not start on the early type: the first year typed
+// would be refused before the type could be chosen.
+TEST_F(MainWindow, NewScenarioStartsOnRequiredDistributions) {
+  window->FileNew();
+  EXPECT_FALSE(IsEarly(TheScenario().Gen));
+}
+
+// Alt+R, D must reach Display: every menu's entries have distinct letters.
+TEST_F(MainWindow, MenuEntriesHaveDistinctMnemonicsAndSaveAsItsShortcut) {
+  for (QAction* top : window->menuBar()->actions()) {
+    std::set<QChar> letters;
+    for (QAction* a : top->menu()->actions()) {
+      if (a->isSeparator()) continue;
+      const qsizetype amp = a->text().indexOf(QLatin1Char('&'));
+      ASSERT_GE(amp, 0) << a->text().toStdString();
+      EXPECT_TRUE(letters.insert(a->text()[amp + 1].toLower()).second) << a->text().toStdString();
+    }
+  }
+  EXPECT_EQ(window->mnuSaveAs->shortcut(), QKeySequence(QStringLiteral("Ctrl+Shift+S")));
+}
+
+// An open report follows the scenario; Display again reuses its window.
+TEST_F(MainWindow, OpenReportWindowsFollowTheScenario) {
+  window->ChooseReports = [](reports::ReportMode) { return int{reports::kRptInputs}; };
+  const auto reportWindows = [this] {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    std::vector<views::frmReportForm*> forms;
+    for (auto* f : window->findChildren<views::frmReportForm*>())
+      if (f->isVisible()) forms.push_back(f);
+    return forms;
+  };
+  window->Run(shell::Command::Display);
+  ASSERT_EQ(reportWindows().size(), 1u);
+  EXPECT_FALSE(reportWindows()[0]->txtReport->toPlainText().contains(QStringLiteral("Pat Doe")));
+
+  window->RunDialog = [](shell::Command) {
+    TheScenario().Gen.OwnerName = FixedText("Pat Doe", kOwnerNameWidth);
+    return true;
+  };
+  window->Run(shell::Command::General);
+  ASSERT_EQ(reportWindows().size(), 1u);
+  EXPECT_TRUE(reportWindows()[0]->txtReport->toPlainText().contains(QStringLiteral("Pat Doe")));
+
+  window->Run(shell::Command::Display);
+  EXPECT_EQ(reportWindows().size(), 1u);
+}
