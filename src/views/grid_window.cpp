@@ -4,6 +4,8 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QEvent>
+#include <QFileDialog>
+#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QHeaderView>
@@ -18,6 +20,7 @@
 #include <algorithm>
 
 #include "views/frmReportForm.h"
+#include "views/grid_export.h"
 #include "views/report_font.h"
 
 namespace ira::views {
@@ -84,7 +87,7 @@ QString CellText(const std::string& cell) {
 
 GridReportWindow::GridReportWindow(const char* objectName, const reports::GridReport& grid,
                                    std::initializer_list<const char*> above, QWidget* parent)
-    : QWidget(parent, Qt::Window) {
+    : QWidget(parent, Qt::Window), m_grid(grid) {
   setAttribute(Qt::WA_DeleteOnClose);
   setObjectName(QString::fromLatin1(objectName));
   setWindowTitle(QString::fromStdString(grid.caption));
@@ -191,7 +194,21 @@ GridReportWindow::GridReportWindow(const char* objectName, const reports::GridRe
   }
   layout->addWidget(vsGrdDisplay, 1);
   layout->addLayout(under);
+  btnExportCsv = new QPushButton(QStringLiteral("Export &CSV..."), this);
+  btnExportCsv->setObjectName(QStringLiteral("btnExportCsv"));
+  btnExportCsv->setToolTip(QStringLiteral("Save the whole table as a CSV file for a spreadsheet"));
+  btnCopyAll = new QPushButton(QStringLiteral("Copy &All"), this);
+  btnCopyAll->setObjectName(QStringLiteral("btnCopyAll"));
+  btnCopyAll->setToolTip(QStringLiteral("Put the whole table on the clipboard (Ctrl+C copies the selected cells)"));
+  connect(btnExportCsv, &QPushButton::clicked, this, &GridReportWindow::ExportCsv);
+  connect(btnCopyAll, &QPushButton::clicked, this, &GridReportWindow::CopyAll);
+  ChooseCsvFile = [this](const QString& suggested) {
+    return QFileDialog::getSaveFileName(this, QStringLiteral("Export as CSV"), suggested,
+                                        QStringLiteral("CSV Files (*.csv)"));
+  };
   auto* buttons = new QHBoxLayout;
+  buttons->addWidget(btnExportCsv);
+  buttons->addWidget(btnCopyAll);
   buttons->addStretch();
   buttons->addWidget(btnClose);
   layout->addLayout(buttons);
@@ -223,6 +240,15 @@ QString GridReportWindow::SelectionText() const {
 void GridReportWindow::CopySelection() {
   const QString text = SelectionText();
   if (!text.isEmpty()) QGuiApplication::clipboard()->setText(text);
+}
+
+void GridReportWindow::CopyAll() { QGuiApplication::clipboard()->setText(GridTsv(m_grid)); }
+
+bool GridReportWindow::ExportCsv() {
+  QString path = ChooseCsvFile(QString::fromStdString(m_grid.caption) + QStringLiteral(".csv"));
+  if (path.isEmpty()) return false;
+  if (QFileInfo(path).suffix().isEmpty()) path += QStringLiteral(".csv");
+  return SaveGridCsv(m_grid, path);
 }
 
 QLabel* GridReportWindow::Label(const char* name) const { return findChild<QLabel*>(QString::fromLatin1(name)); }

@@ -16,12 +16,15 @@
 #include "views/frmCalSumm.h"
 #include "views/frmProjRpt.h"
 #include "views/frmReportForm.h"
+#include "views/grid_export.h"
+#include "support/scenario_files.h"
 #include "views/qt_report_viewer.h"
 #include "views/report_font.h"
 #include "views_test_util.h"
 
 using namespace ira;
 using namespace ira::views;
+using ira::testing::TempFolder;
 
 namespace {
 
@@ -249,4 +252,32 @@ TEST_F(ReportWindows, CtrlCCopiesTheSelectedCellsAsTabSeparatedText) {
   QGuiApplication::clipboard()->clear();
   QTest::keySequence(window.vsGrdDisplay, QKeySequence::Copy);
   EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("1,000.00\t2,000.00\n3,000.00\t4,000.00\n"));
+}
+
+// Amounts become plain numbers, commas in text are quoted, stacked header
+// lines joined, and a row ends with CRLF.
+TEST(GridExport, CsvAndClipboardHoldTheWholeGrid) {
+  reports::GridReport grid;
+  grid.caption = "Calendar Year Summary";
+  grid.columnWidths = {10, 14};
+  grid.fixedRows = 1;
+  grid.fixedCols = 1;
+  grid.cells = {{"IRA", "Required\r\nDistribution"},
+                {"Smith, Jo", "39,301,310,043.67"},
+                {"Total", "-1,000.00"},
+                {"Note", "No Data**"}};
+  EXPECT_EQ(GridCsv(grid), QStringLiteral("IRA,Required Distribution\r\n"
+                                          "\"Smith, Jo\",39301310043.67\r\n"
+                                          "Total,-1000.00\r\n"
+                                          "Note,No Data**\r\n"));
+  EXPECT_EQ(GridTsv(grid), QStringLiteral("IRA\tRequired Distribution\nSmith, Jo\t39,301,310,043.67\n"
+                                          "Total\t-1,000.00\nNote\tNo Data**\n"));
+
+  TempFolder folder;
+  frmCalSumm window(grid);
+  window.ChooseCsvFile = [&](const QString&) { return QString::fromStdString(folder.File("summary")); };
+  ASSERT_TRUE(window.ExportCsv());
+  EXPECT_EQ(QString::fromStdString(ira::testing::ReadFileBytes(folder.File("summary.csv"))), GridCsv(grid));
+  window.CopyAll();
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), GridTsv(grid));
 }

@@ -37,6 +37,7 @@
 #include "dialogs/dlgRptChoices.h"
 #include "dialogs/rules/entries.h"
 #include "dialogs/rules/ginputs.h"
+#include "views/grid_export.h"
 #include "views/qt_report_viewer.h"
 
 namespace ira::desktop {
@@ -143,6 +144,10 @@ frmMain::frmMain(settings::Settings settings, std::string userFolder, long start
     return dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty() ? dialog.selectedFiles().front()
                                                                                      : QString();
   };
+  ChooseCsvFile = [this](const QString& suggested) {
+    return QFileDialog::getSaveFileName(this, QStringLiteral("Export as CSV"), suggested,
+                                        QStringLiteral("CSV Files (*.csv)"));
+  };
   ChooseReports = [this](reports::ReportMode mode) {
     dialogs::dlgRptChoices choices(mode, this);
     return choices.exec() == QDialog::Accepted ? choices.Flags() : 0;
@@ -205,10 +210,19 @@ void frmMain::CreateActions() {
                    QStringLiteral("End the program"));
   mnuExit->setShortcut(QKeySequence::Quit);
 
+  mnuExportCalSumm = new QAction(QStringLiteral("&Calendar Year Summary..."), this);
+  mnuExportCalSumm->setStatusTip(QStringLiteral("Save the Calendar Year Summary as a CSV file"));
+  connect(mnuExportCalSumm, &QAction::triggered, this, [this] { ExportGrid(reports::kRptCalSumm); });
+  mnuExportProjection = new QAction(QStringLiteral("&Projection of Distributions..."), this);
+  mnuExportProjection->setStatusTip(QStringLiteral("Save the projection as a CSV file"));
+  connect(mnuExportProjection, &QAction::triggered, this, [this] { ExportGrid(reports::kRptProjection); });
+
   QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
   file->addActions({mnuNew, mnuOpen, mnuSave, mnuSaveAs});
   file->addSeparator();
   file->addActions({mnuPrint, mnuPreview, mnuSavePdf});
+  QMenu* exportMenu = file->addMenu(QStringLiteral("Expor&t as CSV"));
+  exportMenu->addActions({mnuExportCalSumm, mnuExportProjection});
   file->addSeparator();
   file->addAction(mnuExit);
   QMenu* inputs = menuBar()->addMenu(QStringLiteral("&Inputs"));
@@ -543,6 +557,27 @@ void frmMain::RunReports(reports::ReportMode mode, views::PrintOutput output) {
     m_reportWindows->SetReport(0);
   } else
     PrintReports(flags, output);
+}
+
+bool frmMain::ExportGrid(int flag) {
+  try {
+    const auto grid = views::ReportGrid(flag);
+    if (!grid) {
+      ShowMessage(reports::kCantShowTitle, "There is no projection to export: set up the Projection Options first.",
+                  MsgIcon::Information);
+      return false;
+    }
+    const std::string base = m_currentFile == shell::kUntitledFileName
+                                 ? grid->caption
+                                 : QFileInfo(Q(m_currentFile)).completeBaseName().toStdString() + " - " + grid->caption;
+    QString path = ChooseCsvFile(QDir(Q(m_settings.dataFolder)).filePath(Q(base + ".csv")));
+    if (path.isEmpty()) return false;
+    if (QFileInfo(path).suffix().isEmpty()) path += QStringLiteral(".csv");
+    return views::SaveGridCsv(*grid, path);
+  } catch (const std::exception& e) {
+    ReportUnexpected("ExportGrid()", e);
+    return false;
+  }
 }
 
 void frmMain::PrintToPdf(int flags) {

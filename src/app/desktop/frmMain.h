@@ -36,6 +36,8 @@ class frmMain : public QMainWindow {
   QAction* mnuPrint;
   QAction* mnuPreview;
   QAction* mnuSavePdf;
+  QAction* mnuExportCalSumm;
+  QAction* mnuExportProjection;
   QAction* mnuDisplay;
   QAction* mnuGeneral;
   QAction* mnuIra;
@@ -85,6 +87,10 @@ class frmMain : public QMainWindow {
   std::function<void(int flags, views::PrintOutput output)> PrintReports;
   // The PDF file to print into; empty when cancelled.
   std::function<QString(const QString& suggested)> ChoosePdfFile;
+  // The CSV file to export into; empty when cancelled.
+  std::function<QString(const QString& suggested)> ChooseCsvFile;
+  // Exports the grid of a report (its selection flag) as CSV.
+  bool ExportGrid(int flag);
   // The report choices; the selection flags, or 0 when cancelled.
   std::function<int(reports::ReportMode)> ChooseReports;
 
