@@ -13,6 +13,10 @@
 
 #include "core/base/messages.h"
 #include "core/reports/display_master.h"
+#include "core/reports/prnmastr.h"
+#include "core/scenario/scenario.h"
+#include "views/grid_export.h"
+#include "views/projection_chart.h"
 #include "views/qt_print_device.h"
 
 namespace ira::views {
@@ -52,9 +56,24 @@ int PaintReports(QPrinter& printer, int flags) {
   reports::ReportTable table = reports::Reports();
   for (reports::ReportEntry& entry : table) {
     if (!entry.routine) continue;
-    entry.routine = [&device, routine = entry.routine, orientation = OrientationOf(entry.flag)](reports::ReportSink& sink) {
+    const bool chart = entry.flag == reports::kRptProjection;
+    entry.routine = [&device, routine = entry.routine, orientation = OrientationOf(entry.flag),
+                     chart](reports::ReportSink& sink) {
       device.SetOrientation(orientation);
+      // The chart's figures are read before the report runs, from the same scenario.
+      const auto grid = chart ? ReportGrid(reports::kRptProjection) : std::nullopt;
+      const int before = device.PagesDrawn();
       routine(sink);
+      if (grid && (device.PagesDrawn() > before || reports::PageLineCounter() != 0)) {
+        // The report's last page is finished (and numbered) before the chart's.
+        reports::PrnManager2(device, reports::kPrnEndReport, "", "", "");
+        const GeneralInputs& gen = TheScenario().Gen;
+        const ProjectionChartData data = ChartDataOf(*grid);
+        device.FigurePage({QString::fromStdString(gen.OwnerName).trimmed(),
+                           QString::fromStdString(gen.OtherInfo).trimmed(),
+                           QStringLiteral("Projection of distributions: chart")},
+                          [&data](QPainter& p, const QRectF& area) { PaintProjectionChart(p, area, data); });
+      }
     };
   }
   reports::PrintSelectedReports(flags, device, table);

@@ -17,6 +17,9 @@
 #include "views/frmProjRpt.h"
 #include "views/frmReportForm.h"
 #include "views/grid_export.h"
+#include "views/projection_chart.h"
+#include <QTabWidget>
+#include <cmath>
 #include "support/scenario_files.h"
 #include "views/qt_report_viewer.h"
 #include "views/report_font.h"
@@ -280,4 +283,40 @@ TEST(GridExport, CsvAndClipboardHoldTheWholeGrid) {
   EXPECT_EQ(QString::fromStdString(ira::testing::ReadFileBytes(folder.File("summary.csv"))), GridCsv(grid));
   window.CopyAll();
   EXPECT_EQ(QGuiApplication::clipboard()->text(), GridTsv(grid));
+}
+
+// The chart reads its figures from the report's own rows; a year without a
+// figure is a gap, and years past the end are dropped.
+TEST(ProjectionChartData, ReadsTheAccountsAndTotalsRows) {
+  reports::GridReport grid;
+  grid.fixedRows = 2;
+  grid.fixedCols = 1;
+  grid.cells = {{"Year:", "2026", "2027", "2028"},
+                {"Age(Owner):", "75", "76", "77"},
+                {"Rollover", "", "", ""},
+                {"Beg. Balance", "1,000.00", "900.00", ""},
+                {"Distributions", "100.00", "No Data**", ""},
+                {"Ending Balance", "900.00", "810.00", ""},
+                {"Total Distributions for Year", "100.00*", "90.00", ""},
+                {"Combined Ending Balance", "1,900.50", "810.00", ""}};
+  const ProjectionChartData data = ChartDataOf(grid);
+  EXPECT_EQ(data.years, (std::vector<int>{2026, 2027}));
+  ASSERT_EQ(data.accounts.size(), 1u);
+  EXPECT_EQ(data.accounts[0].name, QStringLiteral("Rollover"));
+  EXPECT_EQ(data.accounts[0].distribution[0], 100.0);
+  EXPECT_TRUE(std::isnan(data.accounts[0].distribution[1]));
+  EXPECT_EQ(data.accounts[0].balance[1], 810.0);
+  EXPECT_EQ(data.total.distribution[0], 100.0);  // the penalty mark is not part of the figure
+  EXPECT_EQ(data.total.balance[0], 1900.5);
+}
+
+TEST_F(ReportWindows, ProjectionWindowHasTheChartOfItsFigures) {
+  const std::vector<QWidget*> windows = Show(reports::kRptProjection);
+  ASSERT_EQ(windows.size(), 1u);
+  auto* w = qobject_cast<frmProjRpt*>(windows[0]);
+  ASSERT_NE(w, nullptr);
+  EXPECT_EQ(w->tabView->count(), 2);
+  EXPECT_EQ(w->chtProjection->Data().accounts.size(), TheScenario().Ira.size());
+  EXPECT_EQ(w->chtProjection->Data().years.size(), static_cast<std::size_t>(TheScenario().Gen.ProjectionYears));
+  EXPECT_FALSE(w->chtProjection->grab().isNull());
 }
