@@ -3,6 +3,9 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QDir>
 #include <QDesktopServices>
 #include <QFileDialog>
@@ -153,10 +156,15 @@ frmMain::frmMain(settings::Settings settings, std::string userFolder, long start
     return choices.exec() == QDialog::Accepted ? choices.Flags() : 0;
   };
 
+  m_recent = settings::LoadRecentFiles(m_settings.file);
   CreateActions();
   CreateOverview();
   statusBar()->showMessage(QStringLiteral("Ready"), 3000);
   resize(860, 560);
+  // Where the user left the window last time.
+  const std::string geometry = settings::LoadWindowGeometry(m_settings.file);
+  if (!geometry.empty()) restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(geometry)));
+  setAcceptDrops(true);
 
   // A fresh start: an empty scenario that was never saved.
   StartNewScenario();
@@ -223,6 +231,9 @@ void frmMain::CreateActions() {
   file->addActions({mnuPrint, mnuPreview, mnuSavePdf});
   QMenu* exportMenu = file->addMenu(QStringLiteral("Expor&t as CSV"));
   exportMenu->addActions({mnuExportCalSumm, mnuExportProjection});
+  file->addSeparator();
+  mnuRecent = file->addMenu(QStringLiteral("&Recent Files"));
+  FillRecentMenu();
   file->addSeparator();
   file->addAction(mnuExit);
   QMenu* inputs = menuBar()->addMenu(QStringLiteral("&Inputs"));
@@ -467,6 +478,7 @@ bool frmMain::OpenScenario(const std::string& path) {
     MarkModified(false);
     SetCurrentFile(path);
     RememberFolder(path);
+    RememberRecent(path);
   }
   Refresh();
   return opened;
@@ -486,6 +498,7 @@ bool frmMain::FileSaveAs() {
   if (!WriteScenario(chosen)) return false;
   SetCurrentFile(chosen);
   RememberFolder(chosen);
+  RememberRecent(chosen);
   return true;
 }
 
@@ -499,6 +512,78 @@ bool frmMain::WriteScenario(const std::string& path) {
   }
   MarkModified(false);
   return true;
+}
+
+void frmMain::FillRecentMenu() {
+  mnuRecent->clear();
+  for (std::size_t i = 0; i < m_recent.size(); ++i) {
+    const std::string path = m_recent[i];
+    QAction* a = mnuRecent->addAction(QStringLiteral("&%1 %2").arg(i + 1).arg(QFileInfo(Q(path)).fileName()));
+    a->setStatusTip(Q(path));
+    a->setToolTip(Q(path));
+    connect(a, &QAction::triggered, this, [this, path] { OpenAfterAsking(path); });
+  }
+  mnuRecent->setEnabled(!m_recent.empty());
+}
+
+void frmMain::RememberRecent(const std::string& path) {
+  m_recent = settings::WithRecentFile(m_recent, QFileInfo(Q(path)).absoluteFilePath().toStdString());
+  FillRecentMenu();
+  try {
+    settings::SaveRecentFiles(m_settings.file, m_recent);
+  } catch (const FileError& e) {
+    ShowMessage("WARNING", e.what(), MsgIcon::Exclamation);
+  }
+}
+
+bool frmMain::OpenAfterAsking(const std::string& path) {
+  if (!std::filesystem::exists(path)) {
+    ShowMessage("File not found", "The scenario file " + path + " no longer exists.", MsgIcon::Information);
+    std::erase(m_recent, path);
+    FillRecentMenu();
+    try {
+      settings::SaveRecentFiles(m_settings.file, m_recent);
+    } catch (const FileError&) {
+      // The list on disk keeps the name; it is dropped again next time.
+    }
+    return false;
+  }
+  if (!MaySetAside(false)) return false;
+  return OpenScenario(path);
+}
+
+namespace {
+
+// The one local scenario file a drop carries, or nothing.
+std::optional<std::string> DroppedScenario(const QMimeData* mime) {
+  const QList<QUrl> urls = mime != nullptr ? mime->urls() : QList<QUrl>{};
+  if (urls.size() != 1 || !urls.front().isLocalFile()) return std::nullopt;
+  const QString path = urls.front().toLocalFile();
+  if (QFileInfo(path).suffix().compare(QStringLiteral("ira"), Qt::CaseInsensitive) != 0) return std::nullopt;
+  return path.toStdString();
+}
+
+}  // namespace
+
+void frmMain::dragEnterEvent(QDragEnterEvent* event) {
+  if (DroppedScenario(event->mimeData())) event->acceptProposedAction();
+}
+
+void frmMain::dropEvent(QDropEvent* event) {
+  const auto path = DroppedScenario(event->mimeData());
+  if (!path) return;
+  event->acceptProposedAction();
+  // The drop ends first; the question and the opening follow.
+  QMetaObject::invokeMethod(
+      this, [this, p = *path] { OpenDropped(p); }, Qt::QueuedConnection);
+}
+
+void frmMain::OpenDropped(const std::string& path) {
+  try {
+    OpenAfterAsking(path);
+  } catch (const std::exception& e) {
+    ReportUnexpected("frmMain", e);
+  }
 }
 
 void frmMain::RememberFolder(const std::string& path) {
@@ -605,6 +690,11 @@ void frmMain::closeEvent(QCloseEvent* event) {
     return;
   }
   m_closing = true;
+  try {
+    settings::SaveWindowGeometry(m_settings.file, saveGeometry().toBase64().toStdString());
+  } catch (const FileError&) {
+    // The window opens at its default place next time.
+  }
   // The last state of every session is kept, saved or not.
   try {
     file::SaveFile(DebugFile(), TheScenario());

@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "app/shell/commands.h"
 #include "app/shell/settings.h"
@@ -17,7 +18,10 @@
 #include "views/report_printing.h"
 
 class QAction;
+class QDragEnterEvent;
+class QDropEvent;
 class QLabel;
+class QMenu;
 class QToolBar;
 class QTreeWidget;
 
@@ -59,6 +63,13 @@ class frmMain : public QMainWindow {
   bool FileSaveAs();
   // Opens the scenario file `path` (the file given on the command line).
   bool OpenScenario(const std::string& path);
+  // A recent file or a file dropped on the window: the unsaved-changes
+  // question, then the file.
+  bool OpenAfterAsking(const std::string& path);
+  // What a drop of a .ira file on the window runs once the drop is over.
+  void OpenDropped(const std::string& path);
+  const std::vector<std::string>& RecentFiles() const { return m_recent; }
+  QMenu* mnuRecent;
   void GetFonts();
   void OpenManual();
   // After an unexpected error: optionally save, then end the program.
@@ -96,6 +107,8 @@ class frmMain : public QMainWindow {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
  private:
   void CreateActions();
@@ -103,6 +116,8 @@ class frmMain : public QMainWindow {
   bool MaySetAside(bool exiting);
   bool WriteScenario(const std::string& path);
   void RememberFolder(const std::string& path);
+  void RememberRecent(const std::string& path);
+  void FillRecentMenu();
   void SetCurrentFile(const std::string& path);
   void MarkModified(bool modified);
   // The open report windows show the scenario as it now stands.
@@ -118,6 +133,7 @@ class frmMain : public QMainWindow {
   bool m_modified = false;
   bool m_closing = false;
   std::unique_ptr<views::QtReportViewer> m_reportWindows;
+  std::vector<std::string> m_recent;
 
   QLabel* m_owner;
   QLabel* m_other;

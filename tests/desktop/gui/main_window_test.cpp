@@ -9,6 +9,7 @@
 #include <QToolBar>
 #include <deque>
 #include <filesystem>
+#include <algorithm>
 #include <set>
 
 #include "app/desktop/frmError.h"
@@ -351,4 +352,47 @@ TEST_F(MainWindow, OpenReportWindowsFollowTheScenario) {
 
   window->Run(shell::Command::Display);
   EXPECT_EQ(reportWindows().size(), 1u);
+}
+
+// The last eight files, latest first, kept in the settings file; a file gone
+// since is said so and dropped. Dropping a .ira opens it after the question.
+TEST_F(MainWindow, RecentFilesAndDroppedFilesOpenAfterTheQuestion) {
+  std::vector<std::string> files;
+  for (int i = 1; i <= 9; ++i) {
+    files.push_back(data.File("s" + std::to_string(i) + ".ira"));
+    file::SaveFile(files.back(), Scenario{});
+    ASSERT_TRUE(window->OpenScenario(files.back()));
+  }
+  ASSERT_EQ(window->RecentFiles().size(), 8u);
+  EXPECT_EQ(window->RecentFiles().front(), files[8]);
+  EXPECT_EQ(window->RecentFiles().back(), files[1]);
+  EXPECT_EQ(window->mnuRecent->actions().front()->text(), QStringLiteral("&1 s9.ira"));
+  EXPECT_EQ(settings::LoadRecentFiles(config.file), window->RecentFiles());
+
+  ASSERT_TRUE(window->OpenScenario(files[4]));  // again: moves to the top, once
+  EXPECT_EQ(window->RecentFiles().front(), files[4]);
+  EXPECT_EQ(std::count(window->RecentFiles().begin(), window->RecentFiles().end(), files[4]), 1);
+
+  Edit();
+  rec.messages.answers = {MsgAnswer::Cancel};
+  EXPECT_FALSE(window->OpenAfterAsking(files[2]));
+  EXPECT_EQ(Texts(), std::vector<std::string>{kAskReplace});
+  EXPECT_TRUE(window->Modified());
+
+  std::filesystem::remove(files[3]);
+  EXPECT_FALSE(window->OpenAfterAsking(files[3]));
+  EXPECT_EQ(rec.messages.Last().title, "File not found");
+  EXPECT_EQ(std::count(window->RecentFiles().begin(), window->RecentFiles().end(), files[3]), 0);
+
+  // A drop of a scenario file goes the same way.
+  rec.messages.answers = {MsgAnswer::No};
+  window->OpenDropped(files[2]);
+  EXPECT_EQ(window->CurrentFile(), files[2]);
+}
+
+TEST_F(MainWindow, WindowPlaceIsKeptBetweenRuns) {
+  window->setGeometry(120, 90, 700, 500);
+  window->close();
+  frmMain again(config, data.Path(), 0);
+  EXPECT_EQ(again.size(), QSize(700, 500));
 }
