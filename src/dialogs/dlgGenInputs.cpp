@@ -1,6 +1,8 @@
 #include "dialogs/dlgGenInputs.h"
 
+#include <QApplication>
 #include <QButtonGroup>
+#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QGridLayout>
@@ -12,6 +14,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "dialogs/rules/entries.h"
 #include "dialogs/widgets/entry_controls.h"
 
 namespace ira::dialogs {
@@ -32,6 +35,7 @@ QWidget* WithUnit(QWidget* edit, const QString& unit) {
   row->addWidget(edit);
   row->addWidget(new QLabel(unit, box));
   row->addStretch();
+  box->setFocusProxy(edit);  // the label's Alt letter reaches the entry
   return box;
 }
 
@@ -51,15 +55,15 @@ dlgGenInputs::dlgGenInputs(GeneralInputs& gen, QWidget* parent) : QDialog(parent
   CSDtDeath = new widgets::DateEdit(owner);
   CSDtDeath->setToolTip(QStringLiteral("Leave empty while the owner is living."));
   auto* ownerForm = new QFormLayout(owner);
-  ownerForm->addRow(QStringLiteral("IRA Owner:"), txtOwnerName);
-  ownerForm->addRow(QStringLiteral("Other Info.:"), txtOtherInfo);
-  ownerForm->addRow(QStringLiteral("IRA Owner's Birthday:"), CSDtOwnerBD);
-  ownerForm->addRow(QStringLiteral("IRA Owner's Date of Death:"), CSDtDeath);
+  ownerForm->addRow(QStringLiteral("IRA Own&er:"), txtOwnerName);
+  ownerForm->addRow(QStringLiteral("Other In&fo.:"), txtOtherInfo);
+  ownerForm->addRow(QStringLiteral("IRA Owner's &Birthday:"), CSDtOwnerBD);
+  ownerForm->addRow(QStringLiteral("IRA Owner's Date of &Death:"), CSDtDeath);
 
   // The spouse.
   auto* spouse = new QGroupBox(QStringLiteral("Spouse"), this);
-  CSOptSpouseBenYes = new QRadioButton(QStringLiteral("Spouse is a beneficiary on some/all accounts."), spouse);
-  CSOptSpouseBenNo = new QRadioButton(QStringLiteral("Spouse is not a beneficiary on any account."), spouse);
+  CSOptSpouseBenYes = new QRadioButton(QStringLiteral("&Spouse is a beneficiary on some/all accounts."), spouse);
+  CSOptSpouseBenNo = new QRadioButton(QStringLiteral("Spouse is &not a beneficiary on any account."), spouse);
   auto* spouseGroup = new QButtonGroup(this);
   spouseGroup->addButton(CSOptSpouseBenYes);
   spouseGroup->addButton(CSOptSpouseBenNo);
@@ -67,29 +71,41 @@ dlgGenInputs::dlgGenInputs(GeneralInputs& gen, QWidget* parent) : QDialog(parent
   auto* spouseForm = new QFormLayout(spouse);
   spouseForm->addRow(CSOptSpouseBenYes);
   spouseForm->addRow(CSOptSpouseBenNo);
-  spouseForm->addRow(QStringLiteral("Spouse's Birthday:"), CSDtSpouseBD);
+  spouseForm->addRow(QStringLiteral("S&pouse's Birthday:"), CSDtSpouseBD);
 
   // The year and the type of distribution.
   auto* dist = new QGroupBox(QStringLiteral("Distribution"), this);
   txtDCY = new widgets::EntryEdit(dist, 4);
   txtDCY->setMaximumWidth(txtDCY->fontMetrics().horizontalAdvance(QStringLiteral("00000")) + 16);
   txtDCY->setToolTip(QStringLiteral("A two-digit year counts in the current century."));
-  const char* types[3] = {"After 70 1/2 (required minimum distributions)", "Between 59 1/2 and 70 1/2",
-                          "Before 59 1/2 (maximum distribution without penalty)"};
+  const char* types[3] = {"After &70 1/2 (required minimum distributions)", "Between &59 1/2 and 70 1/2",
+                          "Before 5&9 1/2 (maximum distribution without penalty)"};
   auto* typeGroup = new QButtonGroup(this);
   txtInflateRate = RateEdit(dist);
+  cboRuleSet = new QComboBox(dist);
+  for (const char* r : ginputs::kRuleSetChoices) cboRuleSet->addItem(QString::fromLatin1(r));
+  cboAge1959 = new QComboBox(dist);
+  for (const char* a : ginputs::kAge1959Choices) cboAge1959->addItem(QString::fromLatin1(a));
+  cboAge1959->setToolTip(QStringLiteral("The applicable age of an owner born in 1959 under the law in force."));
+  lblRuleHint = new QLabel(dist);
+  lblRuleHint->setWordWrap(true);
+  lblRuleHint->setObjectName(QStringLiteral("lblRuleHint"));
   auto* distForm = new QFormLayout(dist);
-  distForm->addRow(QStringLiteral("Distribution Calendar Year:"), txtDCY);
+  distForm->addRow(QStringLiteral("&Rules:"), cboRuleSet);
+  distForm->addRow(lblRuleHint);
+  distForm->addRow(QStringLiteral("Applicable &Age if Born in 1959:"), cboAge1959);
+  distForm->addRow(QStringLiteral("Distribution Calendar &Year:"), txtDCY);
   for (int i = 0; i < 3; ++i) {
     CSOptDistType[i] = new QRadioButton(QString::fromLatin1(types[i]), dist);
     typeGroup->addButton(CSOptDistType[i], i);
-    distForm->addRow(i == 0 ? QStringLiteral("Type of Distribution:") : QString(), CSOptDistType[i]);
+    // Each choice has its own Alt letter; the caption only names them.
+    distForm->addRow(new QLabel(i == 0 ? QStringLiteral("Type of Distribution:") : QString(), dist), CSOptDistType[i]);
   }
-  distForm->addRow(QStringLiteral("Inflation Rate:"), WithUnit(txtInflateRate, QStringLiteral("%")));
+  distForm->addRow(QStringLiteral("&Inflation Rate:"), WithUnit(txtInflateRate, QStringLiteral("%")));
 
   // The early distribution method.
   auto* early = new QGroupBox(QStringLiteral("Method to Determine Early Distributions"), this);
-  const char* methods[3] = {"Minimum distribution", "Amortization", "Annuity"};
+  const char* methods[3] = {"&Minimum distribution", "Amorti&zation", "Ann&uity"};
   auto* methodGroup = new QButtonGroup(this);
   auto* methodRow = new QHBoxLayout;
   for (int i = 0; i < 3; ++i) {
@@ -107,13 +123,13 @@ dlgGenInputs::dlgGenInputs(GeneralInputs& gen, QWidget* parent) : QDialog(parent
   CStxtAnnuityFactor = RateEdit(early);
   auto* earlyForm = new QFormLayout(early);
   earlyForm->addRow(methodRow);
-  earlyForm->addRow(QStringLiteral("Interest Rate:"), WithUnit(CStxtIntRate, QStringLiteral("%")));
-  earlyForm->addRow(QStringLiteral("Annuity Method:"), lstAnnuityMethod);
-  earlyForm->addRow(QStringLiteral("Interest Rate for Life Table 90CM:"),
+  earlyForm->addRow(QStringLiteral("Interest Ra&te:"), WithUnit(CStxtIntRate, QStringLiteral("%")));
+  earlyForm->addRow(QStringLiteral("Annuity Met&hod:"), lstAnnuityMethod);
+  earlyForm->addRow(QStringLiteral("Interest Rate for &Life Table 90CM:"),
                     WithUnit(CStxtAnnuityIntRate, QStringLiteral("%")));
-  earlyForm->addRow(QStringLiteral("User Override Annuity Factor:"), CStxtAnnuityFactor);
+  earlyForm->addRow(QStringLiteral("User O&verride Annuity Factor:"), CStxtAnnuityFactor);
 
-  buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+  buttons = widgets::OkCancelButtons(this);
 
   auto* grid = new QGridLayout;
   grid->addWidget(owner, 0, 0);
@@ -128,11 +144,17 @@ dlgGenInputs::dlgGenInputs(GeneralInputs& gen, QWidget* parent) : QDialog(parent
 
   connect(buttons, &QDialogButtonBox::accepted, this, &dlgGenInputs::btnOK_Click);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-  connect(txtDCY, &QLineEdit::editingFinished, this, &dlgGenInputs::txtDCY_LostFocus);
-  connect(typeGroup, &QButtonGroup::idClicked, this, &dlgGenInputs::CSOptDistType_Click);
+  connect(txtDCY, &QLineEdit::textEdited, this, [this] { m_dcyTypePending = true; });
+  connect(typeGroup, &QButtonGroup::idClicked, this, [this] {
+    m_dcyTypePending = true;
+    SetGenIPEnables();
+  });
+  connect(qApp, &QApplication::focusChanged, this, &dlgGenInputs::FocusChanged);
   connect(spouseGroup, &QButtonGroup::buttonClicked, this, &dlgGenInputs::SetGenIPEnables);
   connect(methodGroup, &QButtonGroup::idClicked, this, &dlgGenInputs::SetGenIPEnables);
   connect(lstAnnuityMethod, &QListWidget::currentRowChanged, this, &dlgGenInputs::SetGenIPEnables);
+  connect(cboRuleSet, &QComboBox::currentIndexChanged, this, &dlgGenInputs::SetGenIPEnables);
+  connect(CSDtOwnerBD, &QLineEdit::textChanged, this, &dlgGenInputs::SetGenIPEnables);
   connect(CSDtOwnerBD, &QLineEdit::editingFinished, this, [this] { ginputs::OwnerBirthdayEntered(Entries()); });
   connect(CSDtSpouseBD, &QLineEdit::editingFinished, this, [this] { ginputs::SpouseBirthdayEntered(Entries()); });
   connect(CSDtDeath, &QLineEdit::editingFinished, this, [this] { ginputs::DeathDateEntered(Entries()); });
@@ -142,7 +164,31 @@ dlgGenInputs::dlgGenInputs(GeneralInputs& gen, QWidget* parent) : QDialog(parent
           [this] { ginputs::Chk_IntRateRate(CStxtIntRate->Text(), Entries().earlyMethod); });
   connect(CStxtAnnuityIntRate, &QLineEdit::editingFinished, this,
           [this] { ginputs::Chk_AnnuityIntRateRate(CStxtAnnuityIntRate->Text()); });
+  // The tab chain follows the eye: the owner and the spouse on the left, then
+  // the rules, the year, its type and the rates on the right.
+  QWidget* chain[] = {txtOwnerName, txtOtherInfo, CSDtOwnerBD, CSDtDeath, CSOptSpouseBenYes, CSOptSpouseBenNo,
+                      CSDtSpouseBD, cboRuleSet, cboAge1959, txtDCY, CSOptDistType[0], CSOptDistType[1],
+                      CSOptDistType[2], txtInflateRate, CSoptEarlyDistMeth[0], CSoptEarlyDistMeth[1],
+                      CSoptEarlyDistMeth[2], CStxtIntRate, lstAnnuityMethod, CStxtAnnuityIntRate,
+                      CStxtAnnuityFactor, buttons};
+  for (std::size_t i = 1; i < std::size(chain); ++i) setTabOrder(chain[i - 1], chain[i]);
   widgets::InstallEnterMovesFocus(this);
+}
+
+bool dlgGenInputs::InDcyAndType(const QWidget* w) const {
+  if (w == nullptr) return false;
+  if (w == txtDCY) return true;
+  for (const QRadioButton* b : CSOptDistType)
+    if (w == b) return true;
+  return false;
+}
+
+void dlgGenInputs::FocusChanged(QWidget* old, QWidget* now) {
+  // OK runs the check itself; a press on a button must not run it twice.
+  if (!m_dcyTypePending || !InDcyAndType(old) || InDcyAndType(now)) return;
+  if (now != nullptr && buttons->isAncestorOf(now)) return;
+  if (now != nullptr && now->window() != this) return;  // a message box of our own
+  DcyAndTypeLeft();
 }
 
 void dlgGenInputs::Fill(const ginputs::GenEntries& e) {
@@ -161,6 +207,8 @@ void dlgGenInputs::Fill(const ginputs::GenEntries& e) {
   CStxtAnnuityIntRate->SetText(e.annuityIntRate);
   CStxtAnnuityFactor->SetText(e.annuityFactor);
   txtInflateRate->SetText(e.inflationRate);
+  cboRuleSet->setCurrentIndex(e.ruleSet == kRulesCurrent ? 1 : 0);
+  cboAge1959->setCurrentIndex(e.age1959 == kAge1959Alternative ? 1 : 0);
   m_filling = false;
   SetGenIPEnables();
 }
@@ -183,6 +231,8 @@ ginputs::GenEntries dlgGenInputs::Entries() const {
   e.annuityIntRate = CStxtAnnuityIntRate->Text();
   e.annuityFactor = CStxtAnnuityFactor->Text();
   e.inflationRate = txtInflateRate->Text();
+  e.ruleSet = cboRuleSet->currentIndex() == 1 ? kRulesCurrent : kRulesDescribed;
+  e.age1959 = cboAge1959->currentIndex() == 1 ? kAge1959Alternative : kAge1959Default;
   return e;
 }
 
@@ -195,23 +245,37 @@ void dlgGenInputs::SetGenIPEnables() {
   lstAnnuityMethod->setEnabled(en.annuityMethod);
   CStxtAnnuityIntRate->setEnabled(en.annuityIntRate);
   CStxtAnnuityFactor->setEnabled(en.annuityFactor);
+  cboAge1959->setEnabled(en.age1959);
+  lblRuleHint->setText(QString::fromLatin1(ginputs::kRuleSetHints[cboRuleSet->currentIndex() == 1 ? 1 : 0]));
 }
 
-void dlgGenInputs::RunDcyCheck() {
+bool dlgGenInputs::RunDcyCheck() {
+  m_dcyTypePending = false;
   const ginputs::GenEntries e = Entries();
   ginputs::DcyTypeEntries check{e.dcy, e.distType, e.ownerBirthday, e.deathDate};
   const bool typeChanged = ginputs::CheckDcyAndType(check);
   if (check.dcyText != e.dcy) txtDCY->SetText(check.dcyText);
   if (typeChanged) CSOptDistType[check.distType]->setChecked(true);
   SetGenIPEnables();
+  return !check.conflict;
 }
 
-void dlgGenInputs::txtDCY_LostFocus() { RunDcyCheck(); }
-
-void dlgGenInputs::CSOptDistType_Click() { RunDcyCheck(); }
+void dlgGenInputs::DcyAndTypeLeft() { RunDcyCheck(); }
 
 void dlgGenInputs::btnOK_Click() {
-  RunDcyCheck();
+  if (!RunDcyCheck()) {
+    txtDCY->setFocus();
+    return;
+  }
+  const std::pair<widgets::DateEdit*, const char*> dates[] = {
+      {CSDtOwnerBD, "Owner's Birthday"}, {CSDtDeath, "Date of Death"}, {CSDtSpouseBD, "Spouse's Birthday"}};
+  for (const auto& [edit, label] : dates) {
+    if (!rules::KeepInvalidDate(edit->Text(), label)) {
+      edit->setFocus();
+      edit->selectAll();
+      return;
+    }
+  }
   if (!ginputs::ApplyGenEntries(Entries(), m_gen)) return;
   m_target = m_gen;
   accept();

@@ -8,7 +8,9 @@
 #include "core/scenario/scenario.h"
 #include "dialogs/rules/ginputs.h"
 
+class QComboBox;
 class QDialogButtonBox;
+class QLabel;
 class QListWidget;
 class QRadioButton;
 
@@ -39,21 +41,29 @@ class dlgGenInputs : public QDialog {
   widgets::EntryEdit* CStxtAnnuityIntRate;
   widgets::EntryEdit* CStxtAnnuityFactor;
   widgets::EntryEdit* txtInflateRate;
+  QComboBox* cboRuleSet;
+  QComboBox* cboAge1959;
+  QLabel* lblRuleHint;
   QDialogButtonBox* buttons;
 
   ginputs::GenEntries Entries() const;
-  void txtDCY_LostFocus();
-  void CSOptDistType_Click();
+  // The DCY and type check runs when the pair is left (focus goes elsewhere
+  // after either changed) and at OK, never while the user types.
+  void DcyAndTypeLeft();
   void btnOK_Click();
 
  private:
   void Fill(const ginputs::GenEntries& e);
   void SetGenIPEnables();
-  void RunDcyCheck();
+  // False when the year and the type conflict.
+  bool RunDcyCheck();
+  bool InDcyAndType(const QWidget* w) const;
+  void FocusChanged(QWidget* old, QWidget* now);
 
   GeneralInputs& m_target;
   GeneralInputs m_gen;
   bool m_filling = false;
+  bool m_dcyTypePending = false;
 };
 
 }  // namespace ira::dialogs

@@ -24,15 +24,15 @@ dlgIraInputs::dlgIraInputs(const GeneralInputs& gen, IraRecord& ira, QWidget* pa
   txtIraName = new widgets::EntryEdit(this, static_cast<int>(kIraNameWidth));
 
   auto* bene = new QGroupBox(QStringLiteral("Beneficiaries"), this);
-  CSOptSpouseBen = new QCheckBox(QStringLiteral("Spouse is a beneficiary on this IRA."), bene);
-  CSOptOtherBen = new QCheckBox(QStringLiteral("There is a Non-Spouse beneficiary on this IRA."), bene);
+  CSOptSpouseBen = new QCheckBox(QStringLiteral("&Spouse is a beneficiary on this IRA."), bene);
+  CSOptOtherBen = new QCheckBox(QStringLiteral("There is a &Non-Spouse beneficiary on this IRA."), bene);
   txtBeneName = new widgets::EntryEdit(bene, static_cast<int>(kBeneficiaryNameWidth));
   CSDtBeneBD = new widgets::DateEdit(bene);
   auto* beneForm = new QFormLayout(bene);
   beneForm->addRow(CSOptSpouseBen);
   beneForm->addRow(CSOptOtherBen);
-  beneForm->addRow(QStringLiteral("Non-Spouse Beneficiary:"), txtBeneName);
-  beneForm->addRow(QStringLiteral("Beneficiary's Birthday:"), CSDtBeneBD);
+  beneForm->addRow(QStringLiteral("Non-Spouse &Beneficiary:"), txtBeneName);
+  beneForm->addRow(QStringLiteral("Beneficiary's Birt&hday:"), CSDtBeneBD);
 
   auto* amounts = new QGroupBox(QStringLiteral("Amounts"), this);
   CSCurBenefit = new widgets::CurrencyEdit(amounts);
@@ -49,22 +49,24 @@ dlgIraInputs::dlgIraInputs(const GeneralInputs& gen, IraRecord& ira, QWidget* pa
   rate->addWidget(new QLabel(QStringLiteral("%"), amounts));
   rate->addStretch();
   auto* amountForm = new QFormLayout(amounts);
-  amountForm->addRow(QStringLiteral("Benefit (before adjustments): $"), CSCurBenefit);
-  amountForm->addRow(QStringLiteral("Amount already distributed this year: $"), CSCurDistributed);
-  amountForm->addRow(QStringLiteral("1st Year Distributions (1/1-4/1): $"), CSCurFirstYear);
-  amountForm->addRow(QStringLiteral("Rate Of Return:"), rate);
+  amountForm->addRow(QStringLiteral("Bene&fit (before adjustments): $"), CSCurBenefit);
+  amountForm->addRow(QStringLiteral("Amount &already distributed this year: $"), CSCurDistributed);
+  amountForm->addRow(QStringLiteral("1st &Year Distributions (1/1-4/1): $"), CSCurFirstYear);
+  auto* rateLabel = new QLabel(QStringLiteral("&Rate Of Return:"), amounts);
+  rateLabel->setBuddy(CStxtRateOfReturn);
+  amountForm->addRow(rateLabel, rate);
 
   auto* elections = new QGroupBox(QStringLiteral("Elections"), this);
   lstRecalc = new QComboBox(elections);
-  chkUse2002Table = new QCheckBox(QStringLiteral("Use the 2002 life expectancy tables for early distributions"),
+  chkUse2002Table = new QCheckBox(QStringLiteral("Use the &2002 life expectancy tables for early distributions"),
                                   elections);
   auto* electionForm = new QFormLayout(elections);
-  electionForm->addRow(QStringLiteral("Recalculation:"), lstRecalc);
+  electionForm->addRow(QStringLiteral("Recalc&ulation:"), lstRecalc);
   electionForm->addRow(chkUse2002Table);
 
-  buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+  buttons = widgets::OkCancelButtons(this);
   auto* nameForm = new QFormLayout;
-  nameForm->addRow(QStringLiteral("IRA:"), txtIraName);
+  nameForm->addRow(QStringLiteral("&IRA:"), txtIraName);
   auto* layout = new QVBoxLayout(this);
   layout->addLayout(nameForm);
   layout->addWidget(bene);
@@ -143,6 +145,11 @@ irainputs::IraEntries dlgIraInputs::Entries() const {
 }
 
 void dlgIraInputs::btnOK_Click() {
+  if (!rules::KeepInvalidDate(CSDtBeneBD->Text(), "Beneficiary's Birthday")) {
+    CSDtBeneBD->setFocus();
+    CSDtBeneBD->selectAll();
+    return;
+  }
   if (!irainputs::ApplyIraEntries(Entries(), m_ira)) return;
   m_target = m_ira;
   accept();

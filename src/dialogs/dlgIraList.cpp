@@ -13,6 +13,7 @@
 #include "dialogs/dlgIraInputs.h"
 #include "dialogs/rules/entries.h"
 #include "dialogs/rules/irainputs.h"
+#include "dialogs/widgets/entry_controls.h"
 
 namespace ira::dialogs {
 
@@ -35,9 +36,9 @@ dlgIraList::dlgIraList(Scenario& scenario, QWidget* parent)
   btnEdit = new QPushButton(QStringLiteral("&Edit..."), this);
   btnDelete = new QPushButton(QStringLiteral("&Delete"), this);
   btnUp = new QPushButton(QStringLiteral("Move &Up"), this);
-  btnDown = new QPushButton(QStringLiteral("Move D&own"), this);
+  btnDown = new QPushButton(QStringLiteral("Move Do&wn"), this);
   for (QPushButton* b : {btnAdd, btnEdit, btnDelete, btnUp, btnDown}) b->setAutoDefault(false);
-  buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+  buttons = widgets::OkCancelButtons(this);
 
   auto* side = new QVBoxLayout;
   side->addWidget(btnAdd);

@@ -24,11 +24,11 @@ dlgProjOptions::dlgProjOptions(GeneralInputs& gen, QWidget* parent)
     : QDialog(parent), m_target(gen), m_gen(gen) {
   setWindowTitle(QStringLiteral("Projection Options"));
 
-  CSCaptProjYrs = new QLabel(QStringLiteral("Number of Years to Project"), this);
+  CSCaptProjYrs = new QLabel(QStringLiteral("Number of Years to Pro&ject"), this);
   CSCaptProjYrs->setToolTip(kYearsHint);
   txtProjYrs = new widgets::EntryEdit(this, 6);
   txtProjYrs->setToolTip(kYearsHint);
-  CSCaptOverMin = new QLabel(QStringLiteral("Percentage over Required Minimum Distribution (10=10%)"), this);
+  CSCaptOverMin = new QLabel(QStringLiteral("&Percentage over Required Minimum Distribution (10=10%)"), this);
   CSCaptOverMin->setToolTip(kOverMinHint);
   txtOverMin = new widgets::EntryEdit(this, 12);
   txtOverMin->setToolTip(kOverMinHint);
@@ -44,7 +44,7 @@ dlgProjOptions::dlgProjOptions(GeneralInputs& gen, QWidget* parent)
   incomeLayout->addWidget(CSOptIncomeNo);
   incomeLayout->addStretch();
 
-  csLabel1 = new QLabel(QStringLiteral("Percent Balance Reduction 1997-1999:"), this);
+  csLabel1 = new QLabel(QStringLiteral("Percent &Balance Reduction 1997-1999:"), this);
   CStxtReduction = new widgets::EntryEdit(this, 8);
   CStxtReduction->setToolTip(QStringLiteral("Not needed anymore!"));
   const int entryWidth = txtProjYrs->fontMetrics().horizontalAdvance(QStringLiteral("0000.00")) + 16;
@@ -59,9 +59,12 @@ dlgProjOptions::dlgProjOptions(GeneralInputs& gen, QWidget* parent)
   txtHelp->setReadOnly(true);
   txtHelp->setFocusPolicy(Qt::NoFocus);
   txtHelp->setMaximumHeight(txtHelp->fontMetrics().lineSpacing() * 3 + 12);
-  btnOK = new QPushButton(QStringLiteral("OK"), this);
+  btnOK = new QPushButton(QStringLiteral("&OK"), this);
   btnOK->setDefault(true);
 
+  CSCaptProjYrs->setBuddy(txtProjYrs);
+  CSCaptOverMin->setBuddy(txtOverMin);
+  csLabel1->setBuddy(CStxtReduction);
   auto* form = new QFormLayout;
   form->addRow(CSCaptProjYrs, txtProjYrs);
   form->addRow(CSCaptOverMin, txtOverMin);

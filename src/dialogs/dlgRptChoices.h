@@ -24,6 +24,10 @@ class dlgRptChoices : public QDialog {
 
   // The report selection flags of the ticked entries (all with chkAll).
   int Flags() const;
+  // OK: refuses an empty choice; otherwise remembers it for the next time.
+  void btnOK_Click();
+  // As at start-up: nothing remembered.
+  static void ForgetChoice();
 };
 
 }  // namespace ira::dialogs

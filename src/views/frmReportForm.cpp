@@ -3,8 +3,10 @@
 #include <QFontMetrics>
 #include <algorithm>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QScreen>
 #include <QStyle>
 #include <QVBoxLayout>
@@ -35,7 +37,7 @@ frmReportForm::frmReportForm(QWidget* parent) : QWidget(parent, Qt::Window) {
 
   pnlToolBar = new QWidget(this);
   pnlToolBar->setObjectName(QStringLiteral("pnlToolBar"));
-  btn3DExit = new QPushButton(style()->standardIcon(QStyle::SP_DialogCloseButton), QStringLiteral("E&xit"), pnlToolBar);
+  btn3DExit = new QPushButton(style()->standardIcon(QStyle::SP_DialogCloseButton), QStringLiteral("&Close"), pnlToolBar);
   btn3DExit->setObjectName(QStringLiteral("btn3DExit"));
   btn3DExit->setToolTip(QStringLiteral("Close this report"));
   auto* bar = new QHBoxLayout(pnlToolBar);
@@ -57,6 +59,14 @@ frmReportForm::frmReportForm(QWidget* parent) : QWidget(parent, Qt::Window) {
   connect(btn3DExit, &QPushButton::clicked, this, &QWidget::close);
 }
 
+void frmReportForm::SetReport(const std::string& text) {
+  const int h = txtReport->horizontalScrollBar()->value();
+  const int v = txtReport->verticalScrollBar()->value();
+  txtReport->setPlainText(WindowText(text));
+  txtReport->horizontalScrollBar()->setValue(h);
+  txtReport->verticalScrollBar()->setValue(v);
+}
+
 void frmReportForm::AppendReport(const std::string& text) {
   txtReport->setPlainText(txtReport->toPlainText() + WindowText(text));
   txtReport->moveCursor(QTextCursor::Start);
@@ -71,6 +81,14 @@ void frmReportForm::Place() {
                               screen.height() * 9 / 10);
   resize(width, height);
   move(screen.center() - rect().center());
+}
+
+void frmReportForm::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape && event->modifiers() == Qt::NoModifier) {
+    close();
+    return;
+  }
+  QWidget::keyPressEvent(event);
 }
 
 }  // namespace ira::views

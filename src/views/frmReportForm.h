@@ -22,8 +22,14 @@ class frmReportForm : public QWidget {
 
   // Lines end with CRLF.
   void AppendReport(const std::string& text);
+  // Replaces the text, keeping the place the reader scrolled to.
+  void SetReport(const std::string& text);
   // Sized to the report's width and centred on the screen.
   void Place();
+
+ protected:
+  // Escape closes the window, as in a dialog.
+  void keyPressEvent(QKeyEvent* event) override;
 };
 
 // Report text as the window shows it: CRLF line ends become plain ones.

@@ -1,11 +1,17 @@
 #include "views/grid_window.h"
 
 #include <QAbstractButton>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QEvent>
+#include <QFileDialog>
+#include <QFileInfo>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QHeaderView>
 #include <QPushButton>
 #include <QScreen>
+#include <QShortcut>
 #include <QStyle>
 #include <QStyleOptionHeader>
 #include <QStylePainter>
@@ -14,6 +20,7 @@
 #include <algorithm>
 
 #include "views/frmReportForm.h"
+#include "views/grid_export.h"
 #include "views/report_font.h"
 
 namespace ira::views {
@@ -55,6 +62,21 @@ QString HeaderText(const reports::GridReport& grid, std::size_t column) {
   return lines.join(QLatin1Char('\n'));
 }
 
+// A rule of dashes or equal signs: drawn across its column, cut at its edge.
+bool IsRule(const QString& text) {
+  const QString t = text.trimmed();
+  return !t.isEmpty() && (t.count(QLatin1Char('-')) == t.size() || t.count(QLatin1Char('=')) == t.size());
+}
+
+// The widest line of a cell that is not a rule.
+int TextWidth(const QFontMetrics& fm, const QString& text) {
+  int widest = 0;
+  for (const QString& line : text.split(QLatin1Char('\n'))) {
+    if (!IsRule(line)) widest = std::max(widest, fm.horizontalAdvance(line));
+  }
+  return widest;
+}
+
 }  // namespace
 
 QString CellText(const std::string& cell) {
@@ -65,7 +87,7 @@ QString CellText(const std::string& cell) {
 
 GridReportWindow::GridReportWindow(const char* objectName, const reports::GridReport& grid,
                                    std::initializer_list<const char*> above, QWidget* parent)
-    : QWidget(parent, Qt::Window) {
+    : QWidget(parent, Qt::Window), m_grid(grid) {
   setAttribute(Qt::WA_DeleteOnClose);
   setObjectName(QString::fromLatin1(objectName));
   setWindowTitle(QString::fromStdString(grid.caption));
@@ -122,8 +144,22 @@ GridReportWindow::GridReportWindow(const char* objectName, const reports::GridRe
       vsGrdDisplay->setItem(row, static_cast<int>(c - fixedCols), item);
     }
   }
+  // A column is at least as wide as it is counted, and never narrower than
+  // what it holds: a cut amount would read as a different figure.
+  const QFontMetrics fm(font);
+  for (int col = 0; col < vsGrdDisplay->columnCount(); ++col) {
+    int needed = TextWidth(fm, vsGrdDisplay->horizontalHeaderItem(col)->text());
+    for (int row = 0; row < vsGrdDisplay->rowCount(); ++row) {
+      if (const QTableWidgetItem* item = vsGrdDisplay->item(row, col)) needed = std::max(needed, TextWidth(fm, item->text()));
+    }
+    vsGrdDisplay->setColumnWidth(col, std::max(vsGrdDisplay->columnWidth(col), needed + margin));
+  }
   if (fixedCols > 0) {
-    vsGrdDisplay->verticalHeader()->setFixedWidth(width(0));
+    int needed = TextWidth(fm, HeaderText(grid, 0));
+    for (int row = 0; row < vsGrdDisplay->rowCount(); ++row) {
+      if (const QTableWidgetItem* item = vsGrdDisplay->verticalHeaderItem(row)) needed = std::max(needed, TextWidth(fm, item->text()));
+    }
+    vsGrdDisplay->verticalHeader()->setFixedWidth(std::max(width(0), needed + margin));
     if (auto* corner = vsGrdDisplay->findChild<QAbstractButton*>()) new CornerTitle(corner, HeaderText(grid, 0));
   } else {
     vsGrdDisplay->verticalHeader()->hide();
@@ -133,9 +169,11 @@ GridReportWindow::GridReportWindow(const char* objectName, const reports::GridRe
   vsGrdDisplay->horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   vsGrdDisplay->horizontalHeader()->setDefaultAlignment(Qt::AlignRight | Qt::AlignBottom);
 
-  btnClose = new QPushButton(QStringLiteral("Close"), this);
+  btnClose = new QPushButton(style()->standardIcon(QStyle::SP_DialogCloseButton), QStringLiteral("&Close"), this);
   btnClose->setObjectName(QStringLiteral("btnClose"));
   connect(btnClose, &QPushButton::clicked, this, &QWidget::close);
+  auto* copy = new QShortcut(QKeySequence::Copy, vsGrdDisplay, this, &GridReportWindow::CopySelection);
+  copy->setContext(Qt::WidgetWithChildrenShortcut);
 
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(txtHeading);
@@ -156,10 +194,61 @@ GridReportWindow::GridReportWindow(const char* objectName, const reports::GridRe
   }
   layout->addWidget(vsGrdDisplay, 1);
   layout->addLayout(under);
+  btnExportCsv = new QPushButton(QStringLiteral("Export &CSV..."), this);
+  btnExportCsv->setObjectName(QStringLiteral("btnExportCsv"));
+  btnExportCsv->setToolTip(QStringLiteral("Save the whole table as a CSV file for a spreadsheet"));
+  btnCopyAll = new QPushButton(QStringLiteral("Copy &All"), this);
+  btnCopyAll->setObjectName(QStringLiteral("btnCopyAll"));
+  btnCopyAll->setToolTip(QStringLiteral("Put the whole table on the clipboard (Ctrl+C copies the selected cells)"));
+  connect(btnExportCsv, &QPushButton::clicked, this, &GridReportWindow::ExportCsv);
+  connect(btnCopyAll, &QPushButton::clicked, this, &GridReportWindow::CopyAll);
+  ChooseCsvFile = [this](const QString& suggested) {
+    return QFileDialog::getSaveFileName(this, QStringLiteral("Export as CSV"), suggested,
+                                        QStringLiteral("CSV Files (*.csv)"));
+  };
   auto* buttons = new QHBoxLayout;
+  buttons->addWidget(btnExportCsv);
+  buttons->addWidget(btnCopyAll);
   buttons->addStretch();
   buttons->addWidget(btnClose);
   layout->addLayout(buttons);
+}
+
+QString GridReportWindow::SelectionText() const {
+  const QList<QTableWidgetSelectionRange> ranges = vsGrdDisplay->selectedRanges();
+  if (ranges.isEmpty()) return {};
+  int top = ranges.front().topRow(), bottom = ranges.front().bottomRow();
+  int left = ranges.front().leftColumn(), right = ranges.front().rightColumn();
+  for (const QTableWidgetSelectionRange& r : ranges) {
+    top = std::min(top, r.topRow());
+    bottom = std::max(bottom, r.bottomRow());
+    left = std::min(left, r.leftColumn());
+    right = std::max(right, r.rightColumn());
+  }
+  QStringList lines;
+  for (int row = top; row <= bottom; ++row) {
+    QStringList cells;
+    for (int col = left; col <= right; ++col) {
+      const QTableWidgetItem* item = vsGrdDisplay->item(row, col);
+      cells << (item != nullptr && item->isSelected() ? item->text().simplified() : QString());
+    }
+    lines << cells.join(QLatin1Char('\t'));
+  }
+  return lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
+}
+
+void GridReportWindow::CopySelection() {
+  const QString text = SelectionText();
+  if (!text.isEmpty()) QGuiApplication::clipboard()->setText(text);
+}
+
+void GridReportWindow::CopyAll() { QGuiApplication::clipboard()->setText(GridTsv(m_grid)); }
+
+bool GridReportWindow::ExportCsv() {
+  QString path = ChooseCsvFile(QString::fromStdString(m_grid.caption) + QStringLiteral(".csv"));
+  if (path.isEmpty()) return false;
+  if (QFileInfo(path).suffix().isEmpty()) path += QStringLiteral(".csv");
+  return SaveGridCsv(m_grid, path);
 }
 
 QLabel* GridReportWindow::Label(const char* name) const { return findChild<QLabel*>(QString::fromLatin1(name)); }
@@ -176,6 +265,14 @@ void GridReportWindow::Place() {
   resize(std::min(std::max(gridWidth, rest.width()) + 24, screen.width() * 95 / 100),
          std::min(gridHeight + rest.height() + 12, screen.height() * 9 / 10));
   move(screen.center() - rect().center());
+}
+
+void GridReportWindow::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape && event->modifiers() == Qt::NoModifier) {
+    close();
+    return;
+  }
+  QWidget::keyPressEvent(event);
 }
 
 }  // namespace ira::views

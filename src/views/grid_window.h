@@ -8,6 +8,7 @@
 
 #include <QLabel>
 #include <QWidget>
+#include <functional>
 #include <initializer_list>
 #include <string>
 
@@ -24,17 +25,36 @@ class GridReportWindow : public QWidget {
   QLabel* txtHeading;
   QTableWidget* vsGrdDisplay;
   QPushButton* btnClose;
+  QPushButton* btnExportCsv;
+  QPushButton* btnCopyAll;
+  // The CSV file to write, from a suggested name; empty when cancelled.
+  std::function<QString(const QString& suggested)> ChooseCsvFile;
 
   // A label of the report by its control name; nullptr when it has none.
   QLabel* Label(const char* name) const;
   // Sized to the grid (within the screen) and centred.
   void Place();
+  // The selected cells as tab-separated lines (Ctrl+C puts them on the
+  // clipboard); unselected cells within the selection's bounds stay empty.
+  QString SelectionText() const;
+  void CopySelection();
+  // The whole grid: on the clipboard as tab-separated text, or into a CSV file.
+  void CopyAll();
+  bool ExportCsv();
+  const reports::GridReport& Grid() const { return m_grid; }
 
  protected:
   // The labels named in `above` go between the heading and the grid, the
   // others under it, in the report's order.
   GridReportWindow(const char* objectName, const reports::GridReport& grid,
                    std::initializer_list<const char*> above, QWidget* parent);
+
+ protected:
+  // Escape closes the window, as in a dialog.
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  reports::GridReport m_grid;
 };
 
 // Cell text as the grid shows it: CRLF-joined lines stacked.

@@ -40,6 +40,33 @@ void QtPrintDevice::PrintLine(std::string_view text) {
   m_lines << QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
+void QtPrintDevice::SetOrientation(QPageLayout::Orientation orientation) {
+  if (m_printer.pageLayout().orientation() != orientation) m_printer.setPageOrientation(orientation);
+}
+
+void QtPrintDevice::FigurePage(const QStringList& headings,
+                               const std::function<void(QPainter&, const QRectF&)>& paint) {
+  const int lines = LinesPerPage();
+  if (m_pageBegun) DrawPage();
+  BeginPage();
+  // Laid out as a page of lines: two blank, the headings, a blank, the
+  // figure, and "Page N" on the footer line.
+  m_lines = QStringList{QString(), QString()} + headings + QStringList{QString()};
+  const int footer = lines - 6;
+  const double top = static_cast<double>(m_lines.size()) * m_lineHeight;
+  const double bottom = static_cast<double>(footer - 1) * m_lineHeight;
+  while (m_lines.size() < footer) m_lines << QString();
+  m_lines << QStringLiteral("Page %1").arg(m_page);
+  m_painter.save();
+  QFont small = m_font;
+  small.setPointSizeF(m_font.pointSizeF() * 0.9);
+  m_painter.setFont(small);
+  paint(m_painter, QRectF(0, top, m_printer.width(), bottom - top));
+  m_painter.restore();
+  DrawPage();
+  ++m_page;
+}
+
 void QtPrintDevice::NewPage() {
   ++m_page;
   // A page on which nothing was printed never appears.

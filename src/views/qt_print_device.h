@@ -10,8 +10,10 @@
 #pragma once
 
 #include <QFont>
+#include <QPageLayout>
 #include <QPainter>
 #include <QStringList>
+#include <functional>
 
 #include "core/base/print_device.h"
 
@@ -34,6 +36,12 @@ class QtPrintDevice : public PrintDevice {
   void EndDoc() override;
 
   int PagesDrawn() const { return m_pagesDrawn; }
+  // The paper's orientation from the next page on (lines per page follow).
+  void SetOrientation(QPageLayout::Orientation orientation);
+  // A page of its own with the three heading lines, a figure drawn by `paint`
+  // in the space the lines would take, and the page number where the page
+  // manager puts it.
+  void FigurePage(const QStringList& headings, const std::function<void(QPainter&, const QRectF&)>& paint);
 
  private:
   void SetFont(const QFont& font);

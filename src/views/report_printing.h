@@ -13,8 +13,8 @@ namespace ira::views {
 enum class PrintOutput { Printer, Preview, Pdf };
 
 // The page setup a print job of the reports of `flags` starts from: US
-// Letter with half-inch margins, sideways when the Projection report is among
-// them, since its ten year columns need the width.
+// Letter with half-inch margins, turned as its first report prints. Text
+// reports print upright, the two grid reports sideways for their columns.
 void PreparePrinter(QPrinter& printer, int flags);
 
 // The reports of `flags` (report selection flags) in one document on

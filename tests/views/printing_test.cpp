@@ -1,5 +1,10 @@
 #include <QPrinter>
+#include <QProcess>
+#include <QStandardPaths>
+#include <vector>
 #include <filesystem>
+
+#include <sys/stat.h>
 
 #include "core/reports/display_master.h"
 #include "core/reports/text_print_device.h"
@@ -51,7 +56,7 @@ TEST_F(Printing, PdfPagesHoldThePageManagersLinesAndNumbers) {
     float fontSize;
   } rows[] = {
       {"text reports upright", reports::kRptInputs | reports::kRptGenInfo | reports::kRptDistCalc, 10.0f},
-      {"all reports sideways", reports::kRptAll, 10.0f},
+      {"the grids sideways", reports::kRptCalSumm | reports::kRptProjection, 10.0f},
       {"a large font: fewer lines, more pages", reports::kRptGenInfo | reports::kRptDistCalc, 16.0f},
   };
   int previousLines = 0;
@@ -68,13 +73,55 @@ TEST_F(Printing, PdfPagesHoldThePageManagersLinesAndNumbers) {
 
     const QStringList pdf = test::PdfPages(path);
     const QStringList expected = TextPages(row.flags, lines);
-    ASSERT_EQ(pdf.size(), expected.size());
+    // The projection is followed by its chart on a page of its own.
+    const bool chart = (row.flags & reports::kRptProjection) != 0;
+    ASSERT_EQ(pdf.size(), expected.size() + (chart ? 1 : 0));
     for (qsizetype i = 0; i < pdf.size(); ++i) {
       const QStringList got = Words(pdf[i]);
-      EXPECT_EQ(got, Words(expected[i])) << "page " << i + 1;
+      if (i < expected.size()) {
+        EXPECT_EQ(got, Words(expected[i])) << "page " << i + 1;
+      } else {
+        EXPECT_TRUE(got.contains(QStringLiteral("Projection of distributions: chart")));
+      }
       ASSERT_FALSE(got.isEmpty());
       EXPECT_EQ(got.back(), QStringLiteral("Page %1").arg(i + 1));
     }
+  }
+  EXPECT_TRUE(rec.messages.messages.empty());
+}
+
+// The sizes of a PDF's pages in points, width by height, from pdfinfo.
+std::vector<QSize> PdfPageSizes(const QString& path) {
+  QProcess p;
+  p.start(QStandardPaths::findExecutable(QStringLiteral("pdfinfo")),
+          {QStringLiteral("-f"), QStringLiteral("1"), QStringLiteral("-l"), QStringLiteral("999"), path});
+  EXPECT_TRUE(p.waitForFinished(60000));
+  std::vector<QSize> sizes;
+  for (const QString& line : QString::fromUtf8(p.readAllStandardOutput()).split(QLatin1Char('\n'))) {
+    const QStringList w = line.simplified().split(QLatin1Char(' '));
+    // "Page    1 size: 612 x 792 pts (letter)"
+    if (w.size() >= 7 && w[0] == QStringLiteral("Page") && w[2] == QStringLiteral("size:"))
+      sizes.emplace_back(qRound(w[3].toDouble()), qRound(w[5].toDouble()));
+  }
+  return sizes;
+}
+
+// Text reports print upright, so accounts share pages; the grids sideways.
+TEST_F(Printing, TextReportsPrintUprightAndGridsSideways) {
+  if (test::PdfToText().isEmpty() || QStandardPaths::findExecutable(QStringLiteral("pdfinfo")).isEmpty())
+    GTEST_SKIP() << "poppler's tools are not installed";
+  const int text = reports::kRptInputs | reports::kRptGenInfo | reports::kRptDistCalc;
+  const int grids = reports::kRptCalSumm | reports::kRptProjection;
+  const QString path = QString::fromStdString(folder.File("all.pdf"));
+  ASSERT_TRUE(SaveReportsAsPdf(reports::kRptAll, path));
+  const std::vector<QSize> sizes = PdfPageSizes(path);
+  // Each part takes the pages it takes alone at its own lines per page.
+  const std::size_t upright = static_cast<std::size_t>(TextPages(text, LinesPerPageFor(text)).size());
+  const std::size_t sideways = static_cast<std::size_t>(TextPages(grids, LinesPerPageFor(grids)).size());
+  ASSERT_EQ(sizes.size(), upright + sideways + 1);  // and the projection's chart
+  for (std::size_t i = 0; i < sizes.size(); ++i) {
+    // US Letter is 612 x 792 points.
+    EXPECT_EQ(sizes[i], i < upright ? QSize(612, 792) : QSize(792, 612)) << "page " << i + 1;
   }
   EXPECT_TRUE(rec.messages.messages.empty());
 }
@@ -105,6 +152,12 @@ TEST_F(Printing, PdfFileIsReplacedOnlyByACompleteDocument) {
 
   EXPECT_TRUE(SaveReportsAsPdf(reports::kRptGenInfo, QString::fromStdString(path)));
   EXPECT_EQ(ira::testing::ReadFileBytes(path).rfind("%PDF", 0), 0u);
+  // Readable as the user's other files are, not private like the temporary file.
+  const mode_t mask = ::umask(022);
+  EXPECT_TRUE(SaveReportsAsPdf(reports::kRptGenInfo, QString::fromStdString(path)));
+  ::umask(mask);
+  EXPECT_EQ(std::filesystem::status(path).permissions() & std::filesystem::perms::all,
+            std::filesystem::perms(0644));  // 0666 less the mask 022
   // No temporary file is left beside it.
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1);
 

@@ -1,3 +1,9 @@
+#include <QApplication>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QPushButton>
+#include <QTest>
 #include <QFontInfo>
 #include <QHeaderView>
 #include <QPlainTextEdit>
@@ -5,16 +11,23 @@
 #include <QTableWidget>
 #include <memory>
 
+#include "core/base/text.h"
 #include "core/reports/display_master.h"
 #include "views/frmCalSumm.h"
 #include "views/frmProjRpt.h"
 #include "views/frmReportForm.h"
+#include "views/grid_export.h"
+#include "views/projection_chart.h"
+#include <QTabWidget>
+#include <cmath>
+#include "support/scenario_files.h"
 #include "views/qt_report_viewer.h"
 #include "views/report_font.h"
 #include "views_test_util.h"
 
 using namespace ira;
 using namespace ira::views;
+using ira::testing::TempFolder;
 
 namespace {
 
@@ -145,3 +158,168 @@ TEST_F(ReportWindows, ProjectionWithoutProjectionModeOffersItsHelp) {
 }
 
 }  // namespace
+
+// Columns are counted in widths of "X", but an amount wider than its count
+// must still show whole: $39,301,310,043.67 in a 14-wide column lost "39,".
+TEST(GridWindowColumns, FitWhatTheyHoldButLetRulesBeCut) {
+  reports::GridReport grid;
+  grid.caption = "Calendar Year Summary";
+  grid.columnWidths = {6, 14};
+  grid.fixedRows = 1;
+  grid.fixedCols = 1;
+  grid.cells = {{"Row", "Amount"},
+                {"A", "39,301,310,043.67"},
+                {"B", "------------------------------------------------------------"}};
+  frmCalSumm window(grid);
+  const QFontMetrics fm(window.vsGrdDisplay->font());
+  const int amount = fm.horizontalAdvance(QStringLiteral("39,301,310,043.67"));
+  EXPECT_GT(window.vsGrdDisplay->columnWidth(0), amount);
+  // The rule does not widen the column to its own 60 dashes.
+  EXPECT_LT(window.vsGrdDisplay->columnWidth(0), fm.horizontalAdvance(QString(60, QLatin1Char('-'))));
+}
+
+// A typo of 50% for 100 years grows the balances past what an amount holds:
+// the projection ends there and says so, and nothing is reported as a fault.
+TEST_F(ReportWindows, ProjectionBeyondTheLargestAmountStopsAndSaysWhy) {
+  Scenario& sc = TheScenario();
+  // An owner of 40 takes nothing for decades, so the balances outgrow an
+  // amount long before the tables run out.
+  sc.Gen.OwnerBirthDate = MakeDate(sc.Gen.DCY - 40, 1, 1);
+  for (IraRecord& ira : sc.Ira) ira.RateOfReturn = 50.0f;
+  sc.Gen.ProjectionYears = 100;
+  sc.Gen.PercentOver = 0.0f;
+  const std::vector<QWidget*> windows = Show(reports::kRptProjection);
+  EXPECT_TRUE(rec.errors.errors.empty());
+  ASSERT_EQ(windows.size(), 1u);
+  const QLabel* note = static_cast<frmProjRpt*>(windows[0])->Label("lblOverflow");
+  ASSERT_NE(note, nullptr);
+  EXPECT_FALSE(note->isHidden());
+  EXPECT_TRUE(note->text().startsWith(QStringLiteral("The projection stops before ")));
+
+  reports::TextSink paper(reports::ReportMode::File);
+  reports::Reports()[4].routine(paper);
+  EXPECT_NE(paper.Text().find("The projection stops before "), std::string::npos);
+  EXPECT_TRUE(rec.errors.errors.empty());
+}
+
+// A report shown again reuses its window; another report's window cascades
+// from it; Escape closes; both kinds of window name their button alike.
+TEST_F(ReportWindows, WindowsAreReusedCascadedAndClosedAlike) {
+  const auto show = [this](int flag) {
+    viewer.SetReport(flag);
+    reports::DisplayMaster(reports::ReportMode::View, flag, reports::ReportTarget{&viewer, nullptr, {}});
+    viewer.SetReport(0);
+  };
+  show(reports::kRptInputs);
+  show(reports::kRptInputs);
+  show(reports::kRptCalSumm);
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  std::vector<QWidget*> windows;
+  for (QWidget* w : owner->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
+    if (w->isWindow() && w->isVisible()) windows.push_back(w);
+  ASSERT_EQ(windows.size(), 2u);
+  EXPECT_EQ(viewer.OpenReports(), reports::kRptInputs | reports::kRptCalSumm);
+
+  auto* text = qobject_cast<frmReportForm*>(windows[0]);
+  auto* grid = qobject_cast<GridReportWindow*>(windows[1]);
+  ASSERT_NE(text, nullptr);
+  ASSERT_NE(grid, nullptr);
+  EXPECT_EQ(text->btn3DExit->text(), grid->btnClose->text());
+
+  // The scenario changes: the open windows are filled again in place.
+  TheScenario().Gen.OwnerName = FixedText("Someone Else", kOwnerNameWidth);
+  const QRect before = text->geometry();
+  viewer.RefreshOpen([&](int flag) {
+    reports::DisplayMaster(reports::ReportMode::View, flag, reports::ReportTarget{&viewer, nullptr, {}});
+  });
+  EXPECT_TRUE(text->txtReport->toPlainText().contains(QStringLiteral("Someone Else")));
+  EXPECT_EQ(text->geometry(), before);
+
+  QApplication::setActiveWindow(text);
+  ASSERT_TRUE(QTest::qWaitForWindowActive(text));
+  QTest::keyClick(text->txtReport, Qt::Key_Escape);
+  EXPECT_FALSE(text->isVisible());
+  EXPECT_EQ(viewer.OpenReports(), reports::kRptCalSumm);
+}
+
+TEST_F(ReportWindows, CtrlCCopiesTheSelectedCellsAsTabSeparatedText) {
+  reports::GridReport grid;
+  grid.caption = "Calendar Year Summary";
+  grid.columnWidths = {6, 14, 14};
+  grid.fixedRows = 1;
+  grid.fixedCols = 1;
+  grid.cells = {{"Row", "One", "Two"}, {"A", "1,000.00", "2,000.00"}, {"B", "3,000.00", "4,000.00"}};
+  frmCalSumm window(grid);
+  window.show();
+  QApplication::setActiveWindow(&window);
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  window.vsGrdDisplay->setRangeSelected(QTableWidgetSelectionRange(0, 0, 1, 1), true);
+  window.vsGrdDisplay->setFocus();
+  QGuiApplication::clipboard()->clear();
+  QTest::keySequence(window.vsGrdDisplay, QKeySequence::Copy);
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("1,000.00\t2,000.00\n3,000.00\t4,000.00\n"));
+}
+
+// Amounts become plain numbers, commas in text are quoted, stacked header
+// lines joined, and a row ends with CRLF.
+TEST(GridExport, CsvAndClipboardHoldTheWholeGrid) {
+  reports::GridReport grid;
+  grid.caption = "Calendar Year Summary";
+  grid.columnWidths = {10, 14};
+  grid.fixedRows = 1;
+  grid.fixedCols = 1;
+  grid.cells = {{"IRA", "Required\r\nDistribution"},
+                {"Smith, Jo", "39,301,310,043.67"},
+                {"Total", "-1,000.00"},
+                {"Note", "No Data**"}};
+  EXPECT_EQ(GridCsv(grid), QStringLiteral("IRA,Required Distribution\r\n"
+                                          "\"Smith, Jo\",39301310043.67\r\n"
+                                          "Total,-1000.00\r\n"
+                                          "Note,No Data**\r\n"));
+  EXPECT_EQ(GridTsv(grid), QStringLiteral("IRA\tRequired Distribution\nSmith, Jo\t39,301,310,043.67\n"
+                                          "Total\t-1,000.00\nNote\tNo Data**\n"));
+
+  TempFolder folder;
+  frmCalSumm window(grid);
+  window.ChooseCsvFile = [&](const QString&) { return QString::fromStdString(folder.File("summary")); };
+  ASSERT_TRUE(window.ExportCsv());
+  EXPECT_EQ(QString::fromStdString(ira::testing::ReadFileBytes(folder.File("summary.csv"))), GridCsv(grid));
+  window.CopyAll();
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), GridTsv(grid));
+}
+
+// The chart reads its figures from the report's own rows; a year without a
+// figure is a gap, and years past the end are dropped.
+TEST(ProjectionChartData, ReadsTheAccountsAndTotalsRows) {
+  reports::GridReport grid;
+  grid.fixedRows = 2;
+  grid.fixedCols = 1;
+  grid.cells = {{"Year:", "2026", "2027", "2028"},
+                {"Age(Owner):", "75", "76", "77"},
+                {"Rollover", "", "", ""},
+                {"Beg. Balance", "1,000.00", "900.00", ""},
+                {"Distributions", "100.00", "No Data**", ""},
+                {"Ending Balance", "900.00", "810.00", ""},
+                {"Total Distributions for Year", "100.00*", "90.00", ""},
+                {"Combined Ending Balance", "1,900.50", "810.00", ""}};
+  const ProjectionChartData data = ChartDataOf(grid);
+  EXPECT_EQ(data.years, (std::vector<int>{2026, 2027}));
+  ASSERT_EQ(data.accounts.size(), 1u);
+  EXPECT_EQ(data.accounts[0].name, QStringLiteral("Rollover"));
+  EXPECT_EQ(data.accounts[0].distribution[0], 100.0);
+  EXPECT_TRUE(std::isnan(data.accounts[0].distribution[1]));
+  EXPECT_EQ(data.accounts[0].balance[1], 810.0);
+  EXPECT_EQ(data.total.distribution[0], 100.0);  // the penalty mark is not part of the figure
+  EXPECT_EQ(data.total.balance[0], 1900.5);
+}
+
+TEST_F(ReportWindows, ProjectionWindowHasTheChartOfItsFigures) {
+  const std::vector<QWidget*> windows = Show(reports::kRptProjection);
+  ASSERT_EQ(windows.size(), 1u);
+  auto* w = qobject_cast<frmProjRpt*>(windows[0]);
+  ASSERT_NE(w, nullptr);
+  EXPECT_EQ(w->tabView->count(), 2);
+  EXPECT_EQ(w->chtProjection->Data().accounts.size(), TheScenario().Ira.size());
+  EXPECT_EQ(w->chtProjection->Data().years.size(), static_cast<std::size_t>(TheScenario().Gen.ProjectionYears));
+  EXPECT_FALSE(w->chtProjection->grab().isNull());
+}

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QPixmap>
+#include <QTabWidget>
 #include <QWidget>
 #include <iostream>
 #include <string>
@@ -13,6 +14,7 @@
 #include "core/scenario/file.h"
 #include "core/scenario/scenario.h"
 #include "core/tables/tables.h"
+#include "views/frmProjRpt.h"
 #include "views/qt_report_viewer.h"
 #include "views/report_printing.h"
 
@@ -41,6 +43,12 @@ bool SaveWindows(const QDir& dir) {
       std::cerr << "could not write " << name.toStdString() << "\n";
       ok = false;
     }
+  }
+  // The projection's second tab: its chart.
+  if (auto* projection = owner.findChild<views::frmProjRpt*>()) {
+    projection->tabView->setCurrentIndex(1);
+    QApplication::processEvents();
+    ok &= projection->grab().save(dir.filePath(QStringLiteral("report-projection-chart.png")));
   }
   return ok && n == 5;
 }

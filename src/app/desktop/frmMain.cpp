@@ -3,6 +3,9 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QDir>
 #include <QDesktopServices>
 #include <QFileDialog>
@@ -36,6 +39,8 @@
 #include "dialogs/dlgProjOptions.h"
 #include "dialogs/dlgRptChoices.h"
 #include "dialogs/rules/entries.h"
+#include "dialogs/rules/ginputs.h"
+#include "views/grid_export.h"
 #include "views/qt_report_viewer.h"
 
 namespace ira::desktop {
@@ -94,6 +99,14 @@ QIcon AppIcon() {
 
 constexpr const char* kNotEntered = "(not entered)";
 
+// What New and start-up give: the law in force, and the required-distribution
+// type, which most users plan for (the early type would argue with the first
+// year typed before the type could be chosen).
+void StartNewScenario() {
+  TheScenario().ResetForNew();
+  TheScenario().Gen.DistType = ginputs::StoredDistType(ginputs::kAfter70Half);
+}
+
 }  // namespace
 
 frmMain::frmMain(settings::Settings settings, std::string userFolder, long startTime, QWidget* parent)
@@ -134,18 +147,27 @@ frmMain::frmMain(settings::Settings settings, std::string userFolder, long start
     return dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty() ? dialog.selectedFiles().front()
                                                                                      : QString();
   };
+  ChooseCsvFile = [this](const QString& suggested) {
+    return QFileDialog::getSaveFileName(this, QStringLiteral("Export as CSV"), suggested,
+                                        QStringLiteral("CSV Files (*.csv)"));
+  };
   ChooseReports = [this](reports::ReportMode mode) {
     dialogs::dlgRptChoices choices(mode, this);
     return choices.exec() == QDialog::Accepted ? choices.Flags() : 0;
   };
 
+  m_recent = settings::LoadRecentFiles(m_settings.file);
   CreateActions();
   CreateOverview();
   statusBar()->showMessage(QStringLiteral("Ready"), 3000);
   resize(860, 560);
+  // Where the user left the window last time.
+  const std::string geometry = settings::LoadWindowGeometry(m_settings.file);
+  if (!geometry.empty()) restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(geometry)));
+  setAcceptDrops(true);
 
   // A fresh start: an empty scenario that was never saved.
-  TheScenario().Reset();
+  StartNewScenario();
   SetCurrentFile(shell::kUntitledFileName);
   Refresh();
 }
@@ -169,13 +191,13 @@ void frmMain::CreateActions() {
   mnuSave->setShortcut(QKeySequence::Save);
   mnuSaveAs = action(QIcon(), QStringLiteral("Save &As..."), shell::Command::SaveAs,
                      QStringLiteral("Save the scenario under a new name"));
-  mnuSaveAs->setShortcut(QKeySequence::SaveAs);
+  mnuSaveAs->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
   mnuPrint = action(PaintedIcon(PaintPrinter), QStringLiteral("&Print Reports..."), shell::Command::Print,
                     QStringLiteral("Print reports"));
   mnuPrint->setShortcut(QKeySequence::Print);
   mnuPreview = action(QIcon(), QStringLiteral("Print Pre&view..."), shell::Command::Preview,
                       QStringLiteral("See the printed pages of reports on screen"));
-  mnuSavePdf = action(QIcon(), QStringLiteral("Save as P&DF..."), shell::Command::SavePdf,
+  mnuSavePdf = action(QIcon(), QStringLiteral("Sav&e as PDF..."), shell::Command::SavePdf,
                       QStringLiteral("Print reports into a PDF file"));
   mnuDisplay = action(s->standardIcon(QStyle::SP_FileDialogContentsView), QStringLiteral("&Display Reports..."),
                       shell::Command::Display, QStringLiteral("Show reports on screen"));
@@ -196,10 +218,22 @@ void frmMain::CreateActions() {
                    QStringLiteral("End the program"));
   mnuExit->setShortcut(QKeySequence::Quit);
 
+  mnuExportCalSumm = new QAction(QStringLiteral("&Calendar Year Summary..."), this);
+  mnuExportCalSumm->setStatusTip(QStringLiteral("Save the Calendar Year Summary as a CSV file"));
+  connect(mnuExportCalSumm, &QAction::triggered, this, [this] { ExportGrid(reports::kRptCalSumm); });
+  mnuExportProjection = new QAction(QStringLiteral("&Projection of Distributions..."), this);
+  mnuExportProjection->setStatusTip(QStringLiteral("Save the projection as a CSV file"));
+  connect(mnuExportProjection, &QAction::triggered, this, [this] { ExportGrid(reports::kRptProjection); });
+
   QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
   file->addActions({mnuNew, mnuOpen, mnuSave, mnuSaveAs});
   file->addSeparator();
   file->addActions({mnuPrint, mnuPreview, mnuSavePdf});
+  QMenu* exportMenu = file->addMenu(QStringLiteral("Expor&t as CSV"));
+  exportMenu->addActions({mnuExportCalSumm, mnuExportProjection});
+  file->addSeparator();
+  mnuRecent = file->addMenu(QStringLiteral("&Recent Files"));
+  FillRecentMenu();
   file->addSeparator();
   file->addAction(mnuExit);
   QMenu* inputs = menuBar()->addMenu(QStringLiteral("&Inputs"));
@@ -254,11 +288,17 @@ void frmMain::CreateOverview() {
   m_dcy = new QLabel(general);
   m_type = new QLabel(general);
   m_projection = new QLabel(general);
+  m_rules = new QLabel(general);
+  m_rules->setObjectName(QStringLiteral("lblRules"));
   form->addRow(QStringLiteral("IRA Owner:"), m_owner);
   form->addRow(QStringLiteral("Other Info.:"), m_other);
   form->addRow(QStringLiteral("Distribution Calendar Year:"), m_dcy);
   form->addRow(QStringLiteral("Type of Distribution:"), m_type);
   form->addRow(QStringLiteral("Projection:"), m_projection);
+  form->addRow(QStringLiteral("Rules:"), m_rules);
+  m_statusRules = new QLabel(this);
+  m_statusRules->setObjectName(QStringLiteral("lblStatusRules"));
+  statusBar()->addPermanentWidget(m_statusRules);
 
   auto* iras = new QGroupBox(QStringLiteral("IRAs"), central);
   m_iras = new QTreeWidget(iras);
@@ -298,6 +338,10 @@ void frmMain::Refresh() {
                             : QString::number(gen.ProjectionYears) + QStringLiteral(" years, ") +
                                   Q(NumberText(gen.PercentOver)) + QStringLiteral("% over the minimum"));
 
+  const QString rules = Q(ginputs::RuleSetName(gen.RuleSet));
+  m_rules->setText(rules.left(1).toUpper() + rules.mid(1));
+  m_statusRules->setText(QStringLiteral("Rules: ") + rules);
+
   m_iras->clear();
   for (std::size_t i = 0; i < sc.Ira.size(); ++i) {
     const IraRecord& ira = sc.Ira[i];
@@ -314,14 +358,33 @@ void frmMain::Refresh() {
   }
   // Only a scenario with IRAs has anything to project.
   mnuProjection->setEnabled(gen.IraCount > 0);
+  RefreshReports();
+}
+
+void frmMain::RefreshReports() {
+  if (!m_reportWindows) return;
+  m_reportWindows->RefreshOpen([this](int flag) {
+    if (flag == reports::kRptProjection && !reports::ProjectionModeOn()) {
+      m_reportWindows->CloseReport(flag);  // nothing left to project
+      return;
+    }
+    reports::DisplayMaster(reports::ReportMode::View, flag, reports::ReportTarget{m_reportWindows.get(), nullptr, {}});
+  });
+  m_reportWindows->SetReport(0);
 }
 
 void frmMain::SetCurrentFile(const std::string& path) {
   m_currentFile = path;
-  setWindowTitle(Q(shell::MainTitle(path)));
+  MarkModified(m_modified);
 }
 
-void frmMain::SetModified() { m_modified = true; }
+void frmMain::SetModified() { MarkModified(true); }
+
+void frmMain::MarkModified(bool modified) {
+  m_modified = modified;
+  // A star before the name while there are unsaved changes.
+  setWindowTitle((modified ? QStringLiteral("*") : QString()) + Q(shell::MainTitle(m_currentFile)));
+}
 
 void frmMain::tlbMain_ButtonClick(const QString& key) {
   const auto command = shell::CommandForKey(key.toStdString());
@@ -386,14 +449,17 @@ bool frmMain::ShowInputDialog(shell::Command dialog) {
 
 bool frmMain::MaySetAside(bool exiting) {
   if (!m_modified) return true;
-  if (shell::AskUnsaved(exiting) != MsgAnswer::Yes) return true;
-  return FileSave();
+  switch (shell::AskUnsaved(exiting)) {
+    case MsgAnswer::Yes: return FileSave();
+    case MsgAnswer::No: return true;
+    default: return false;  // Cancel or Escape: the edits stay where they are
+  }
 }
 
 bool frmMain::FileNew() {
   if (!MaySetAside(false)) return false;
-  TheScenario().Reset();
-  m_modified = false;
+  StartNewScenario();
+  MarkModified(false);
   SetCurrentFile(shell::kUntitledFileName);
   Refresh();
   return true;
@@ -409,9 +475,10 @@ bool frmMain::FileOpen() {
 bool frmMain::OpenScenario(const std::string& path) {
   const bool opened = file::OpenFile(path, TheScenario());
   if (opened) {
-    m_modified = false;
+    MarkModified(false);
     SetCurrentFile(path);
     RememberFolder(path);
+    RememberRecent(path);
   }
   Refresh();
   return opened;
@@ -431,6 +498,7 @@ bool frmMain::FileSaveAs() {
   if (!WriteScenario(chosen)) return false;
   SetCurrentFile(chosen);
   RememberFolder(chosen);
+  RememberRecent(chosen);
   return true;
 }
 
@@ -442,8 +510,80 @@ bool frmMain::WriteScenario(const std::string& path) {
     ShowMessage("WARNING", e.what(), MsgIcon::Exclamation);
     return false;
   }
-  m_modified = false;
+  MarkModified(false);
   return true;
+}
+
+void frmMain::FillRecentMenu() {
+  mnuRecent->clear();
+  for (std::size_t i = 0; i < m_recent.size(); ++i) {
+    const std::string path = m_recent[i];
+    QAction* a = mnuRecent->addAction(QStringLiteral("&%1 %2").arg(i + 1).arg(QFileInfo(Q(path)).fileName()));
+    a->setStatusTip(Q(path));
+    a->setToolTip(Q(path));
+    connect(a, &QAction::triggered, this, [this, path] { OpenAfterAsking(path); });
+  }
+  mnuRecent->setEnabled(!m_recent.empty());
+}
+
+void frmMain::RememberRecent(const std::string& path) {
+  m_recent = settings::WithRecentFile(m_recent, QFileInfo(Q(path)).absoluteFilePath().toStdString());
+  FillRecentMenu();
+  try {
+    settings::SaveRecentFiles(m_settings.file, m_recent);
+  } catch (const FileError& e) {
+    ShowMessage("WARNING", e.what(), MsgIcon::Exclamation);
+  }
+}
+
+bool frmMain::OpenAfterAsking(const std::string& path) {
+  if (!std::filesystem::exists(path)) {
+    ShowMessage("File not found", "The scenario file " + path + " no longer exists.", MsgIcon::Information);
+    std::erase(m_recent, path);
+    FillRecentMenu();
+    try {
+      settings::SaveRecentFiles(m_settings.file, m_recent);
+    } catch (const FileError&) {
+      // The list on disk keeps the name; it is dropped again next time.
+    }
+    return false;
+  }
+  if (!MaySetAside(false)) return false;
+  return OpenScenario(path);
+}
+
+namespace {
+
+// The one local scenario file a drop carries, or nothing.
+std::optional<std::string> DroppedScenario(const QMimeData* mime) {
+  const QList<QUrl> urls = mime != nullptr ? mime->urls() : QList<QUrl>{};
+  if (urls.size() != 1 || !urls.front().isLocalFile()) return std::nullopt;
+  const QString path = urls.front().toLocalFile();
+  if (QFileInfo(path).suffix().compare(QStringLiteral("ira"), Qt::CaseInsensitive) != 0) return std::nullopt;
+  return path.toStdString();
+}
+
+}  // namespace
+
+void frmMain::dragEnterEvent(QDragEnterEvent* event) {
+  if (DroppedScenario(event->mimeData())) event->acceptProposedAction();
+}
+
+void frmMain::dropEvent(QDropEvent* event) {
+  const auto path = DroppedScenario(event->mimeData());
+  if (!path) return;
+  event->acceptProposedAction();
+  // The drop ends first; the question and the opening follow.
+  QMetaObject::invokeMethod(
+      this, [this, p = *path] { OpenDropped(p); }, Qt::QueuedConnection);
+}
+
+void frmMain::OpenDropped(const std::string& path) {
+  try {
+    OpenAfterAsking(path);
+  } catch (const std::exception& e) {
+    ReportUnexpected("frmMain", e);
+  }
 }
 
 void frmMain::RememberFolder(const std::string& path) {
@@ -491,10 +631,38 @@ void frmMain::OpenManual() {
 void frmMain::RunReports(reports::ReportMode mode, views::PrintOutput output) {
   const int flags = ChooseReports(mode);
   if (flags <= 0) return;
-  if (mode == reports::ReportMode::View)
-    reports::DisplayMaster(mode, flags, ReportTargetFor(mode));
-  else
+  if (mode == reports::ReportMode::View) {
+    // One report at a time, so that each finds its own window again.
+    const reports::ReportTarget target = ReportTargetFor(mode);
+    for (int flag = 1; flag <= reports::kRptAll; flag <<= 1) {
+      if ((flags & flag) == 0) continue;
+      m_reportWindows->SetReport(flag);
+      reports::DisplayMaster(mode, flag, target);
+    }
+    m_reportWindows->SetReport(0);
+  } else
     PrintReports(flags, output);
+}
+
+bool frmMain::ExportGrid(int flag) {
+  try {
+    const auto grid = views::ReportGrid(flag);
+    if (!grid) {
+      ShowMessage(reports::kCantShowTitle, "There is no projection to export: set up the Projection Options first.",
+                  MsgIcon::Information);
+      return false;
+    }
+    const std::string base = m_currentFile == shell::kUntitledFileName
+                                 ? grid->caption
+                                 : QFileInfo(Q(m_currentFile)).completeBaseName().toStdString() + " - " + grid->caption;
+    QString path = ChooseCsvFile(QDir(Q(m_settings.dataFolder)).filePath(Q(base + ".csv")));
+    if (path.isEmpty()) return false;
+    if (QFileInfo(path).suffix().isEmpty()) path += QStringLiteral(".csv");
+    return views::SaveGridCsv(*grid, path);
+  } catch (const std::exception& e) {
+    ReportUnexpected("ExportGrid()", e);
+    return false;
+  }
 }
 
 void frmMain::PrintToPdf(int flags) {
@@ -522,6 +690,11 @@ void frmMain::closeEvent(QCloseEvent* event) {
     return;
   }
   m_closing = true;
+  try {
+    settings::SaveWindowGeometry(m_settings.file, saveGeometry().toBase64().toStdString());
+  } catch (const FileError&) {
+    // The window opens at its default place next time.
+  }
   // The last state of every session is kept, saved or not.
   try {
     file::SaveFile(DebugFile(), TheScenario());

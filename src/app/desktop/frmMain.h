@@ -9,14 +9,19 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "app/shell/commands.h"
 #include "app/shell/settings.h"
 #include "core/reports/display_master.h"
+#include "views/qt_report_viewer.h"
 #include "views/report_printing.h"
 
 class QAction;
+class QDragEnterEvent;
+class QDropEvent;
 class QLabel;
+class QMenu;
 class QToolBar;
 class QTreeWidget;
 
@@ -35,6 +40,8 @@ class frmMain : public QMainWindow {
   QAction* mnuPrint;
   QAction* mnuPreview;
   QAction* mnuSavePdf;
+  QAction* mnuExportCalSumm;
+  QAction* mnuExportProjection;
   QAction* mnuDisplay;
   QAction* mnuGeneral;
   QAction* mnuIra;
@@ -56,6 +63,13 @@ class frmMain : public QMainWindow {
   bool FileSaveAs();
   // Opens the scenario file `path` (the file given on the command line).
   bool OpenScenario(const std::string& path);
+  // A recent file or a file dropped on the window: the unsaved-changes
+  // question, then the file.
+  bool OpenAfterAsking(const std::string& path);
+  // What a drop of a .ira file on the window runs once the drop is over.
+  void OpenDropped(const std::string& path);
+  const std::vector<std::string>& RecentFiles() const { return m_recent; }
+  QMenu* mnuRecent;
   void GetFonts();
   void OpenManual();
   // After an unexpected error: optionally save, then end the program.
@@ -84,11 +98,17 @@ class frmMain : public QMainWindow {
   std::function<void(int flags, views::PrintOutput output)> PrintReports;
   // The PDF file to print into; empty when cancelled.
   std::function<QString(const QString& suggested)> ChoosePdfFile;
+  // The CSV file to export into; empty when cancelled.
+  std::function<QString(const QString& suggested)> ChooseCsvFile;
+  // Exports the grid of a report (its selection flag) as CSV.
+  bool ExportGrid(int flag);
   // The report choices; the selection flags, or 0 when cancelled.
   std::function<int(reports::ReportMode)> ChooseReports;
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
  private:
   void CreateActions();
@@ -96,7 +116,12 @@ class frmMain : public QMainWindow {
   bool MaySetAside(bool exiting);
   bool WriteScenario(const std::string& path);
   void RememberFolder(const std::string& path);
+  void RememberRecent(const std::string& path);
+  void FillRecentMenu();
   void SetCurrentFile(const std::string& path);
+  void MarkModified(bool modified);
+  // The open report windows show the scenario as it now stands.
+  void RefreshReports();
   void RunReports(reports::ReportMode mode, views::PrintOutput output = views::PrintOutput::Printer);
   void PrintToPdf(int flags);
   bool ShowInputDialog(shell::Command dialog);
@@ -107,13 +132,16 @@ class frmMain : public QMainWindow {
   std::string m_currentFile = shell::kUntitledFileName;
   bool m_modified = false;
   bool m_closing = false;
-  std::unique_ptr<reports::ReportViewer> m_reportWindows;
+  std::unique_ptr<views::QtReportViewer> m_reportWindows;
+  std::vector<std::string> m_recent;
 
   QLabel* m_owner;
   QLabel* m_other;
   QLabel* m_dcy;
   QLabel* m_type;
   QLabel* m_projection;
+  QLabel* m_rules;
+  QLabel* m_statusRules;
   QTreeWidget* m_iras;
 };
 

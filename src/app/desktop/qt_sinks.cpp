@@ -31,6 +31,7 @@ MsgAnswer QtMessageSink::Show(const Message& message) {
     case MsgButtons::YesNo: box.setStandardButtons(QMessageBox::Yes | QMessageBox::No); break;
     case MsgButtons::YesNoCancel:
       box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+      box.setEscapeButton(QMessageBox::Cancel);  // Escape must never throw work away
       break;
   }
   // A busy cursor must not hide that the program waits for an answer.

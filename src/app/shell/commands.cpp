@@ -2,6 +2,7 @@
 
 #include <array>
 #include <ctime>
+#include <filesystem>
 #include <utility>
 
 namespace ira::shell {
@@ -34,12 +35,13 @@ void WarnUnknownToolbarKey() {
 
 std::string MainTitle(const std::string& currentFile) {
   if (currentFile.empty() || currentFile == kUntitledFileName) return std::string("UNTITLED IRA - ") + kProductName;
-  return currentFile + " - " + kProductName;
+  // The name says which scenario it is; the folder only crowds the title.
+  return std::filesystem::path(currentFile).filename().string() + " - " + kProductName;
 }
 
 MsgAnswer AskUnsaved(bool exiting) {
   return ShowMessage(kUnsavedTitle, exiting ? kUnsavedBeforeExit : kUnsavedBeforeReplace, MsgIcon::Question,
-                     MsgButtons::YesNo);
+                     MsgButtons::YesNoCancel);
 }
 
 long SecondsSinceMidnight() {

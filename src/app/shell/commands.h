@@ -24,7 +24,8 @@ inline constexpr const char* kUnknownKeyTitle = "WARNING";
 // The name of a scenario that was never saved.
 inline constexpr const char* kUntitledFileName = "UNTITLED.IRA";
 inline constexpr const char* kProductName = "QSW - Tallyra";
-// "UNTITLED IRA - " while the scenario was never saved, else the file name.
+// "UNTITLED IRA - " while the scenario was never saved, else the file name
+// (without its folder).
 std::string MainTitle(const std::string& currentFile);
 
 // The unsaved-data questions before New/Open and before Exit. The Exit
@@ -33,7 +34,7 @@ std::string MainTitle(const std::string& currentFile);
 inline constexpr const char* kUnsavedTitle = "Unsaved Data Exists!";
 inline constexpr const char* kUnsavedBeforeReplace = "Current Inputs have not been Saved!Do you want to save them first?";
 inline constexpr const char* kUnsavedBeforeExit = "Current Inputs have not been Saved!Do want to save your data?";
-// Yes: save first; No: go on without saving.
+// Yes: save first; No: go on without saving; Cancel (or Escape): back out.
 MsgAnswer AskUnsaved(bool exiting);
 
 // Seconds since midnight, as the start time is kept.

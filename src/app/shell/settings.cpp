@@ -202,3 +202,40 @@ void SaveDataFolder(const std::string& file, const std::string& folder) {
 }
 
 }  // namespace ira::settings
+
+namespace ira::settings {
+namespace {
+constexpr const char* kSectionRecent = "Recent Files";
+constexpr const char* kSectionWindow = "Window";
+constexpr const char* kKeyGeometry = "Geometry";
+}  // namespace
+
+std::vector<std::string> LoadRecentFiles(const std::string& file) {
+  std::vector<std::string> files;
+  for (std::size_t i = 1; i <= kRecentFilesMax; ++i) {
+    const std::string path = GetProfileString(file, kSectionRecent, "File" + std::to_string(i), "");
+    if (!path.empty()) files.push_back(path);
+  }
+  return files;
+}
+
+void SaveRecentFiles(const std::string& file, const std::vector<std::string>& files) {
+  for (std::size_t i = 1; i <= kRecentFilesMax; ++i)
+    WriteProfileString(file, kSectionRecent, "File" + std::to_string(i), i <= files.size() ? files[i - 1] : "");
+}
+
+std::vector<std::string> WithRecentFile(std::vector<std::string> files, const std::string& path) {
+  if (path.size() > kProfileValueMax) return files;  // it would be read back cut
+  std::erase(files, path);
+  files.insert(files.begin(), path);
+  if (files.size() > kRecentFilesMax) files.resize(kRecentFilesMax);
+  return files;
+}
+
+std::string LoadWindowGeometry(const std::string& file) { return GetProfileString(file, kSectionWindow, kKeyGeometry, ""); }
+
+void SaveWindowGeometry(const std::string& file, const std::string& geometry) {
+  WriteProfileString(file, kSectionWindow, kKeyGeometry, geometry);
+}
+
+}  // namespace ira::settings

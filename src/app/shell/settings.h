@@ -7,6 +7,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/reports/prnmastr.h"
 
@@ -57,6 +58,19 @@ Settings LoadSettings(const std::string& file, const std::string& defaultDataFol
 // not there yet (a user's own changes to it are kept). Returns false when
 // the copy failed; a missing demonstration file is no failure.
 bool InstallDemo(const std::string& programFolder, const std::string& dataFolder);
+
+// The scenario files last opened or saved, the latest first: section "Recent
+// Files", keys "File1" to "File8".
+inline constexpr std::size_t kRecentFilesMax = 8;
+std::vector<std::string> LoadRecentFiles(const std::string& file);
+void SaveRecentFiles(const std::string& file, const std::vector<std::string>& files);
+// `path` put first, an earlier mention of it dropped, the list cut to eight.
+std::vector<std::string> WithRecentFile(std::vector<std::string> files, const std::string& path);
+
+// The main window's place and size as the window system encodes them
+// (section "Window", key "Geometry"); empty when never saved.
+std::string LoadWindowGeometry(const std::string& file);
+void SaveWindowGeometry(const std::string& file, const std::string& geometry);
 
 void SaveReportFont(const std::string& file, const reports::ReportFontInfo& font);
 void SaveDataFolder(const std::string& file, const std::string& folder);

@@ -119,6 +119,9 @@ inline bool ProjectionUsesLaterRules(std::int16_t distType, std::int16_t year) {
 }
 // Index of the last projected year holding data (program-wide).
 std::int16_t LastProjYear();
+// The calendar year whose amounts grew beyond what Money holds, so that the
+// projection stopped before it; 0 when the projection ran its course.
+std::int16_t ProjOverflowYear();
 
 // The section 4980A(c) limitation for a year; 999,999,999.00 means no limit.
 Money GetExcessDistLimit(float inflationRate, std::int16_t year);

@@ -44,6 +44,12 @@ const std::string kSeparator = "----------------------";
 
 // Printed layout: a 33-character label column, then 15-character year
 // columns with every value right-aligned and followed by one blank.
+// Why a projection ends early when its amounts outgrow what the program holds.
+std::string OverflowText(std::int16_t year) {
+  return "The projection stops before " + std::to_string(year) + ": its amounts would exceed " +
+         "922,337,203,685,477.58, the largest amount the program can hold.";
+}
+
 constexpr std::size_t kLabelWidth = 33;
 constexpr std::size_t kYearWidth = 15;
 constexpr std::size_t kYearsPerGroup = 10;
@@ -244,6 +250,8 @@ void ShowWindow(ReportSink& sink, const GeneralInputs& gen, const Projection& p)
     grid.labels.push_back({"lblExcessRepealed", law::kExcessRepealedText, !p.excessRows});
     grid.labels.push_back({"lblNotComputed", law::kNotComputedYetText, Any(p.notComputedYet, 0, years)});
   }
+  if (const std::int16_t overflow = rep_calc::ProjOverflowYear(); overflow != 0)
+    grid.labels.push_back({"lblOverflow", OverflowText(overflow), true});
   sink.ShowGrid(std::move(grid));
 }
 
@@ -337,6 +345,11 @@ void DisplayProjRpt(ReportSink& sink) {
   const PageHeading heading{gen.OwnerName, gen.OtherInfo, Title(gen)};
   for (std::size_t from = 0; from < p.dataYears; from += kYearsPerGroup)
     PaperGroup(sink, heading, p, from, std::min(from + kYearsPerGroup, p.dataYears)).Print(gen);
+  if (const std::int16_t overflow = rep_calc::ProjOverflowYear(); overflow != 0) {
+    sink.Block(2, heading);
+    sink.Line("");
+    sink.Line(OverflowText(overflow));
+  }
 }
 
 }  // namespace ira::reports

@@ -43,6 +43,13 @@ Date ReadDate(std::string_view text) {
   return ParseDate(Trim(text)).value_or(kNoDate);
 }
 
+bool KeepInvalidDate(std::string_view text, std::string_view label) {
+  const std::string t = Trim(text);
+  if (t.empty() || ParseDate(t)) return true;
+  return ShowMessage("Please Verify", "The " + std::string(label) + " is not a valid date. Keep it anyway?",
+                     MsgIcon::Question, MsgButtons::YesNo) == MsgAnswer::Yes;
+}
+
 std::string DateText(Date date) { return date == kNoDate ? std::string() : FormatMdy(date); }
 
 std::string AmountText(Money amount) { return reports::FormatAmount(amount); }

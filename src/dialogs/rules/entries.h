@@ -23,6 +23,10 @@ std::optional<float> ReadSingle(std::string_view text, std::string_view field);
 // A date entry: empty or unreadable text is "no date" (the date check has
 // already told the user about a bad one).
 Date ReadDate(std::string_view text);
+// At OK: a date entry whose text is no valid date asks once whether to keep
+// it ("The Owner's Birthday is not a valid date. Keep it anyway?"). True when
+// the entry is empty or valid, or the user keeps it; false sends the user back.
+bool KeepInvalidDate(std::string_view text, std::string_view label);
 // How an entry shows a date: empty for "no date".
 std::string DateText(Date date);
 // How an entry shows an amount: "#,###,##0.00".

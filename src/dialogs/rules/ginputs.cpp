@@ -66,7 +66,7 @@ bool CheckDcyAndType(DcyTypeEntries& e) {
       if (dcy >= year59) {
         Note("For a maximum distribution the Distribution Calendar Year must be earlier than the year the Owner "
              "turns 59 and 1/2. Please correct this.");
-        e.dcyText.clear();
+        e.conflict = true;
       }
       return false;
     case kBetween59And70: {
@@ -143,6 +143,8 @@ GenEntries EntriesOf(const GeneralInputs& gen) {
   e.annuityIntRate = NumberText(gen.AnnuityIntRate);
   e.annuityFactor = NumberText(gen.AnnuityFactor);
   e.inflationRate = NumberText(gen.InflationRate);
+  e.ruleSet = gen.RuleSet;
+  e.age1959 = gen.Age1959;
   return e;
 }
 
@@ -178,6 +180,8 @@ bool ApplyGenEntries(const GenEntries& e, GeneralInputs& gen) {
   gen.AnnuityIntRate = *annuityIntRate;
   gen.AnnuityFactor = *annuityFactor;
   gen.InflationRate = *inflation;
+  gen.RuleSet = e.ruleSet;
+  gen.Age1959 = e.age1959;
   return true;
 }
 
@@ -189,7 +193,13 @@ GenEnables SetGenIPEnables(const GenEntries& e) {
   en.annuityMethod = en.earlyMethod && e.earlyMethod == kMethodAnnuity;
   en.annuityIntRate = en.annuityMethod && e.annuityMethod == kAnnuity90CM;
   en.annuityFactor = en.annuityMethod && e.annuityMethod == kAnnuityUserOverride;
+  const auto birth = DateOfText(Trim(e.ownerBirthday));
+  en.age1959 = e.ruleSet == kRulesCurrent && birth && YearOf(*birth) == 1959;
   return en;
+}
+
+std::string RuleSetName(std::int16_t ruleSet) {
+  return ruleSet == kRulesCurrent ? "the law in force in each year" : "the regulations as described (1987-2002)";
 }
 
 }  // namespace ira::ginputs

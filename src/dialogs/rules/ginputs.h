@@ -35,9 +35,13 @@ struct DcyTypeEntries {
   std::int16_t distType = kAfter70Half;
   std::string ownerBirthText;
   std::string deathText;
+  // Set when the year cannot stand for the type (a maximum distribution in
+  // or after the 59 1/2 year): the user must correct one of them.
+  bool conflict = false;
 };
-// Runs on a change of the DCY or the type and on OK. Returns true when it
-// changed the type, so that the dialog redoes its type-dependent set-up.
+// Runs when the DCY or the type is left and on OK. Returns true when it
+// changed the type, so that the dialog redoes its type-dependent set-up. A
+// year the user typed is never erased: a conflict is reported and flagged.
 bool CheckDcyAndType(DcyTypeEntries& entries);
 
 // Each shows its "Please Verify" notice when the value looks wrong and leaves
@@ -67,6 +71,8 @@ struct GenEntries {
   std::string annuityIntRate;
   std::string annuityFactor;
   std::string inflationRate;
+  std::int16_t ruleSet = kRulesCurrent;  // RuleSetCode
+  std::int16_t age1959 = kAge1959Default;
 };
 GenEntries EntriesOf(const GeneralInputs& gen);
 // OK: a DCY that is no year is refused with a message naming the field; so is
@@ -89,7 +95,20 @@ struct GenEnables {
   bool annuityMethod = false;
   bool annuityIntRate = false;
   bool annuityFactor = false;
+  // The 1959 age matters only under the law in force, to an owner born 1959.
+  bool age1959 = false;
 };
 GenEnables SetGenIPEnables(const GenEntries& entries);
+
+// The rule set choices, in RuleSetCode order, and a line on what each does.
+inline constexpr const char* kRuleSetChoices[] = {"The regulations as described (1987-2002)",
+                                                  "The law in force in each year"};
+inline constexpr const char* kRuleSetHints[] = {
+    "Every year is computed under the 1987, 2001 and 2002 regulations, as the program always has.",
+    "Each year is computed under the law of that year: SECURE Acts ages, 2022 tables, 2009 and 2020 waived."};
+// The 1959 age choices: the proposed regulation's 73 first.
+inline constexpr const char* kAge1959Choices[] = {"73 (the proposed regulation)", "75"};
+// How the main window names a rule set.
+std::string RuleSetName(std::int16_t ruleSet);
 
 }  // namespace ira::ginputs

@@ -38,6 +38,13 @@ void InstallEnterMovesFocus(QWidget* dialog) {
   }
 }
 
+QDialogButtonBox* OkCancelButtons(QWidget* dialog) {
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, dialog);
+  buttons->button(QDialogButtonBox::Ok)->setText(QStringLiteral("&OK"));
+  buttons->button(QDialogButtonBox::Cancel)->setText(QStringLiteral("&Cancel"));
+  return buttons;
+}
+
 EntryEdit::EntryEdit(QWidget* parent, int maxLength) : QLineEdit(parent) { setMaxLength(maxLength); }
 
 std::string EntryEdit::Text() const { return text().toStdString(); }

@@ -3,6 +3,7 @@
 // the focus to the next control (a push button still takes Enter as a click).
 #pragma once
 
+#include <QDialogButtonBox>
 #include <QLineEdit>
 #include <QObject>
 
@@ -15,6 +16,8 @@ namespace ira::widgets {
 
 // Turns Enter into Tab in every control of `dialog` except push buttons.
 void InstallEnterMovesFocus(QWidget* dialog);
+// OK and Cancel with their Alt letters, whatever the desktop's theme names them.
+QDialogButtonBox* OkCancelButtons(QWidget* dialog);
 
 class EntryEdit : public QLineEdit {
   Q_OBJECT

@@ -4,7 +4,10 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QLabel>
 #include <QListWidget>
+#include <algorithm>
+#include <map>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTreeWidget>
@@ -69,11 +72,17 @@ TEST_F(Dialogs, GeneralInputsApplyTheRulesAsEntriesAreLeft) {
 
   dlg.CSDtOwnerBD->SetText("1/1/1950");
   dlg.txtDCY->SetText("15");
-  emit dlg.txtDCY->editingFinished();  // 2015, before the owner's 70 1/2 year
+  dlg.DcyAndTypeLeft();  // 2015, before the owner's 70 1/2 year
   EXPECT_EQ(dlg.txtDCY->Text(), "2020");
 
   dlg.CSOptDistType[ginputs::kBefore59Half]->click();  // 2020 is no year for a maximum distribution
-  EXPECT_EQ(dlg.txtDCY->Text(), "");
+  EXPECT_EQ(rec.messages.messages.size(), 2u);        // but nothing is said while the type is chosen
+  dlg.DcyAndTypeLeft();
+  EXPECT_EQ(rec.messages.messages.size(), 3u);
+  EXPECT_EQ(dlg.txtDCY->Text(), "2020");  // what was there stays for the user to correct
+  dlg.buttons->button(QDialogButtonBox::Ok)->click();  // OK asks again and stays
+  EXPECT_EQ(dlg.result(), QDialog::Rejected);
+  dlg.txtDCY->SetText("");
   EXPECT_TRUE(dlg.CSoptEarlyDistMeth[kMethodAmortization]->isEnabled());
   dlg.CSoptEarlyDistMeth[kMethodAmortization]->click();
   EXPECT_TRUE(dlg.CStxtIntRate->isEnabled());
@@ -183,3 +192,133 @@ TEST_F(Dialogs, EnterMovesToTheNextControl) {
 }
 
 }  // namespace
+
+TEST_F(Dialogs, GeneralInputsChooseTheRuleSetAndThe1959Age) {
+  GeneralInputs gen;  // rule set 0, as a file without the extension block
+  gen.DistType = kTrue;
+  dlgGenInputs dlg(gen);
+  EXPECT_EQ(dlg.cboRuleSet->currentIndex(), kRulesDescribed);
+  EXPECT_FALSE(dlg.cboAge1959->isEnabled());  // no birthday yet
+
+  dlg.CSDtOwnerBD->SetText("6/1/1959");
+  EXPECT_FALSE(dlg.cboAge1959->isEnabled());  // the described rules know no such choice
+  dlg.cboRuleSet->setCurrentIndex(kRulesCurrent);
+  EXPECT_TRUE(dlg.cboAge1959->isEnabled());
+  EXPECT_TRUE(dlg.cboAge1959->currentText().contains(QStringLiteral("proposed regulation")));
+  EXPECT_FALSE(dlg.lblRuleHint->text().isEmpty());
+  dlg.cboAge1959->setCurrentIndex(1);
+  dlg.CSDtOwnerBD->SetText("6/1/1960");
+  EXPECT_FALSE(dlg.cboAge1959->isEnabled());
+  dlg.CSDtOwnerBD->SetText("6/1/1959");
+
+  dlg.txtDCY->SetText("2034");
+  dlg.btnOK_Click();
+  ASSERT_EQ(dlg.result(), QDialog::Accepted);
+  EXPECT_EQ(gen.RuleSet, kRulesCurrent);
+  EXPECT_EQ(gen.Age1959, kAge1959Alternative);
+}
+
+// The focusable widgets of a dialog in its tab chain, from `first` on.
+std::vector<QWidget*> TabChain(QWidget* first) {
+  std::vector<QWidget*> chain;
+  QWidget* w = first;
+  do {
+    if (w->focusPolicy() & Qt::TabFocus) chain.push_back(w);
+    w = w->nextInFocusChain();
+  } while (w != first && chain.size() < 200);
+  return chain;
+}
+
+TEST_F(Dialogs, GeneralInputsTabAsTheEyeReads) {
+  GeneralInputs gen;
+  dlgGenInputs dlg(gen);
+  const std::vector<QWidget*> chain = TabChain(dlg.txtOwnerName);
+  const auto at = [&](QWidget* w) { return std::find(chain.begin(), chain.end(), w) - chain.begin(); };
+  EXPECT_LT(at(dlg.txtOwnerName), at(dlg.CSDtOwnerBD));
+  EXPECT_LT(at(dlg.CSDtSpouseBD), at(dlg.txtDCY));
+  // The year, then its type, then the inflation rate below them.
+  EXPECT_LT(at(dlg.txtDCY), at(dlg.CSOptDistType[0]));
+  EXPECT_LT(at(dlg.CSOptDistType[2]), at(dlg.txtInflateRate));
+  EXPECT_LT(at(dlg.txtInflateRate), at(dlg.CStxtIntRate));
+}
+
+TEST_F(Dialogs, InvalidDatesAreQuestionedOnceAtOk) {
+  GeneralInputs gen;
+  gen.DistType = kTrue;
+  dlgGenInputs dlg(gen);
+  dlg.CSDtOwnerBD->SetText("1/1/1950");
+  dlg.txtDCY->SetText("2020");
+  dlg.CSDtSpouseBD->SetText("2/30/1952");
+  rec.messages.answers = {MsgAnswer::No};
+  dlg.btnOK_Click();
+  EXPECT_EQ(dlg.result(), QDialog::Rejected);
+  ASSERT_EQ(rec.messages.messages.size(), 1u);
+  EXPECT_EQ(rec.messages.Last().text, "The Spouse's Birthday is not a valid date. Keep it anyway?");
+  EXPECT_EQ(rec.messages.Last().buttons, MsgButtons::YesNo);
+
+  rec.messages.answers = {MsgAnswer::Yes};
+  dlg.btnOK_Click();
+  EXPECT_EQ(dlg.result(), QDialog::Accepted);
+  EXPECT_EQ(rec.messages.messages.size(), 2u);
+  EXPECT_EQ(gen.SpouseBirthDate, kNoDate);
+}
+
+// The letter after "&" in a text (nothing when there is none).
+QChar Mnemonic(const QString& text) {
+  for (qsizetype i = 0; i + 1 < text.size(); ++i) {
+    if (text[i] == QLatin1Char('&')) {
+      if (text[i + 1] != QLatin1Char('&')) return text[i + 1].toLower();
+      ++i;
+    }
+  }
+  return {};
+}
+
+// Every entry label and every button of a dialog has its own Alt letter.
+void ExpectUniqueMnemonics(QWidget* dialog) {
+  std::map<QChar, QString> seen;
+  const auto take = [&](const QString& text) {
+    const QChar m = Mnemonic(text);
+    EXPECT_FALSE(m.isNull()) << text.toStdString();
+    if (m.isNull()) return;
+    const auto [it, fresh] = seen.emplace(m, text);
+    EXPECT_TRUE(fresh) << text.toStdString() << " and " << it->second.toStdString() << " share Alt+"
+                       << QString(m).toStdString();
+  };
+  for (QLabel* label : dialog->findChildren<QLabel*>())
+    if (label->buddy() != nullptr) take(label->text());
+  for (QAbstractButton* button : dialog->findChildren<QAbstractButton*>())
+    if (!button->text().isEmpty()) take(button->text());
+}
+
+TEST_F(Dialogs, EveryLabelAndButtonHasItsOwnMnemonic) {
+  GeneralInputs gen;
+  IraRecord ira;
+  Scenario sc;
+  dlgGenInputs general(gen);
+  dlgIraInputs inputs(gen, ira);
+  dlgProjOptions projection(gen);
+  dlgRptChoices choices(reports::ReportMode::View);
+  dlgIraList list(sc);
+  for (QWidget* d : std::initializer_list<QWidget*>{&general, &inputs, &projection, &choices, &list}) {
+    SCOPED_TRACE(d->windowTitle().toStdString());
+    ExpectUniqueMnemonics(d);
+  }
+}
+
+TEST_F(Dialogs, ReportChoicesRememberTheLastTicksAndRefuseNone) {
+  dlgRptChoices::ForgetChoice();
+  {
+    dlgRptChoices dlg(reports::ReportMode::View);
+    dlg.btnOK_Click();
+    EXPECT_EQ(dlg.result(), QDialog::Rejected);
+    EXPECT_EQ(rec.messages.Last().title, "Please Note!");
+    dlg.chkReport->item(1)->setCheckState(Qt::Checked);
+    dlg.chkReport->item(3)->setCheckState(Qt::Checked);
+    dlg.btnOK_Click();
+    EXPECT_EQ(dlg.result(), QDialog::Accepted);
+  }
+  dlgRptChoices again(reports::ReportMode::Print);
+  EXPECT_EQ(again.Flags(), reports::kRptGenInfo | reports::kRptCalSumm);
+  dlgRptChoices::ForgetChoice();
+}

@@ -1,15 +1,24 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QCoreApplication>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QStatusBar>
 #include <QToolBar>
 #include <deque>
 #include <filesystem>
+#include <algorithm>
+#include <set>
 
 #include "app/desktop/frmError.h"
 #include "app/desktop/frmMain.h"
 #include "app/desktop/qt_sinks.h"
 #include "core/base/program.h"
 #include "core/scenario/file.h"
+#include "views/frmReportForm.h"
+#include <QPlainTextEdit>
 #include "support/recording_sinks.h"
 #include "support/scenario_files.h"
 
@@ -71,6 +80,7 @@ TEST_F(MainWindow, SavingANeverSavedScenarioAsksForAName) {
   EXPECT_FALSE(projection->isEnabled());  // nothing to project yet
   Edit();
   EXPECT_TRUE(projection->isEnabled());
+  EXPECT_EQ(window->windowTitle().toStdString(), "*UNTITLED IRA - QSW - Tallyra");  // unsaved changes
 
   chosen.push_back(data.File("plan"));
   window->tlbMain_ButtonClick("Save");
@@ -78,7 +88,7 @@ TEST_F(MainWindow, SavingANeverSavedScenarioAsksForAName) {
   EXPECT_TRUE(chooserCalls[0].first);
   EXPECT_EQ(chooserCalls[0].second, data.Path());
   EXPECT_TRUE(std::filesystem::exists(data.File("plan.ira")));  // the default extension
-  EXPECT_EQ(window->windowTitle().toStdString(), data.File("plan.ira") + " - QSW - Tallyra");
+  EXPECT_EQ(window->windowTitle().toStdString(), "plan.ira - QSW - Tallyra");
   EXPECT_FALSE(window->Modified());
   EXPECT_EQ(settings::GetProfileString(config.file, "Data Files", "Data File Path", ""), data.Path());
 
@@ -263,3 +273,126 @@ TEST_F(MainWindow, SaveAsPdfSuggestsTheScenariosNameAndWritesTheFile) {
 }
 
 }  // namespace
+
+TEST_F(MainWindow, ShowsTheRuleSetAndNewTakesTheLawInForce) {
+  const auto shown = [this] { return window->findChild<QLabel*>("lblStatusRules")->text().toStdString(); };
+  EXPECT_EQ(TheScenario().Gen.RuleSet, kRulesCurrent);  // start-up is a new scenario
+  EXPECT_EQ(shown(), "Rules: the law in force in each year");
+
+  window->RunDialog = [](shell::Command) {
+    TheScenario().Gen.RuleSet = kRulesDescribed;
+    return true;
+  };
+  window->Run(shell::Command::General);
+  EXPECT_EQ(shown(), "Rules: the regulations as described (1987-2002)");
+
+  rec.messages.answers = {MsgAnswer::No};
+  window->FileNew();
+  EXPECT_EQ(TheScenario().Gen.RuleSet, kRulesCurrent);
+  EXPECT_EQ(shown(), "Rules: the law in force in each year");
+}
+
+// Cancel (which Escape gives) backs out of New, Open and Exit with the edits
+// kept; the questions keep their wording.
+TEST_F(MainWindow, CancellingTheUnsavedQuestionKeepsTheEdits) {
+  Edit();
+  rec.messages.answers = {MsgAnswer::Cancel, MsgAnswer::Cancel, MsgAnswer::Cancel};
+  EXPECT_FALSE(window->FileNew());
+  EXPECT_FALSE(window->FileOpen());
+  EXPECT_FALSE(window->close());
+  EXPECT_EQ(Texts(), (std::vector<std::string>{kAskReplace, kAskReplace, kAskExit}));
+  for (const auto& m : rec.messages.messages) EXPECT_EQ(m.buttons, MsgButtons::YesNoCancel);
+  EXPECT_TRUE(chooserCalls.empty());
+  EXPECT_EQ(TheScenario().Gen.IraCount, 1);
+  EXPECT_TRUE(window->Modified());
+}
+
+// A new scenario must not start on the early type: the first year typed
+// would be refused before the type could be chosen.
+TEST_F(MainWindow, NewScenarioStartsOnRequiredDistributions) {
+  window->FileNew();
+  EXPECT_FALSE(IsEarly(TheScenario().Gen));
+}
+
+// Alt+R, D must reach Display: every menu's entries have distinct letters.
+TEST_F(MainWindow, MenuEntriesHaveDistinctMnemonicsAndSaveAsItsShortcut) {
+  for (QAction* top : window->menuBar()->actions()) {
+    std::set<QChar> letters;
+    for (QAction* a : top->menu()->actions()) {
+      if (a->isSeparator()) continue;
+      const qsizetype amp = a->text().indexOf(QLatin1Char('&'));
+      ASSERT_GE(amp, 0) << a->text().toStdString();
+      EXPECT_TRUE(letters.insert(a->text()[amp + 1].toLower()).second) << a->text().toStdString();
+    }
+  }
+  EXPECT_EQ(window->mnuSaveAs->shortcut(), QKeySequence(QStringLiteral("Ctrl+Shift+S")));
+}
+
+// An open report follows the scenario; Display again reuses its window.
+TEST_F(MainWindow, OpenReportWindowsFollowTheScenario) {
+  window->ChooseReports = [](reports::ReportMode) { return int{reports::kRptInputs}; };
+  const auto reportWindows = [this] {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    std::vector<views::frmReportForm*> forms;
+    for (auto* f : window->findChildren<views::frmReportForm*>())
+      if (f->isVisible()) forms.push_back(f);
+    return forms;
+  };
+  window->Run(shell::Command::Display);
+  ASSERT_EQ(reportWindows().size(), 1u);
+  EXPECT_FALSE(reportWindows()[0]->txtReport->toPlainText().contains(QStringLiteral("Pat Doe")));
+
+  window->RunDialog = [](shell::Command) {
+    TheScenario().Gen.OwnerName = FixedText("Pat Doe", kOwnerNameWidth);
+    return true;
+  };
+  window->Run(shell::Command::General);
+  ASSERT_EQ(reportWindows().size(), 1u);
+  EXPECT_TRUE(reportWindows()[0]->txtReport->toPlainText().contains(QStringLiteral("Pat Doe")));
+
+  window->Run(shell::Command::Display);
+  EXPECT_EQ(reportWindows().size(), 1u);
+}
+
+// The last eight files, latest first, kept in the settings file; a file gone
+// since is said so and dropped. Dropping a .ira opens it after the question.
+TEST_F(MainWindow, RecentFilesAndDroppedFilesOpenAfterTheQuestion) {
+  std::vector<std::string> files;
+  for (int i = 1; i <= 9; ++i) {
+    files.push_back(data.File("s" + std::to_string(i) + ".ira"));
+    file::SaveFile(files.back(), Scenario{});
+    ASSERT_TRUE(window->OpenScenario(files.back()));
+  }
+  ASSERT_EQ(window->RecentFiles().size(), 8u);
+  EXPECT_EQ(window->RecentFiles().front(), files[8]);
+  EXPECT_EQ(window->RecentFiles().back(), files[1]);
+  EXPECT_EQ(window->mnuRecent->actions().front()->text(), QStringLiteral("&1 s9.ira"));
+  EXPECT_EQ(settings::LoadRecentFiles(config.file), window->RecentFiles());
+
+  ASSERT_TRUE(window->OpenScenario(files[4]));  // again: moves to the top, once
+  EXPECT_EQ(window->RecentFiles().front(), files[4]);
+  EXPECT_EQ(std::count(window->RecentFiles().begin(), window->RecentFiles().end(), files[4]), 1);
+
+  Edit();
+  rec.messages.answers = {MsgAnswer::Cancel};
+  EXPECT_FALSE(window->OpenAfterAsking(files[2]));
+  EXPECT_EQ(Texts(), std::vector<std::string>{kAskReplace});
+  EXPECT_TRUE(window->Modified());
+
+  std::filesystem::remove(files[3]);
+  EXPECT_FALSE(window->OpenAfterAsking(files[3]));
+  EXPECT_EQ(rec.messages.Last().title, "File not found");
+  EXPECT_EQ(std::count(window->RecentFiles().begin(), window->RecentFiles().end(), files[3]), 0);
+
+  // A drop of a scenario file goes the same way.
+  rec.messages.answers = {MsgAnswer::No};
+  window->OpenDropped(files[2]);
+  EXPECT_EQ(window->CurrentFile(), files[2]);
+}
+
+TEST_F(MainWindow, WindowPlaceIsKeptBetweenRuns) {
+  window->setGeometry(120, 90, 700, 500);
+  window->close();
+  frmMain again(config, data.Path(), 0);
+  EXPECT_EQ(again.size(), QSize(700, 500));
+}

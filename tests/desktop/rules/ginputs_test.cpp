@@ -43,8 +43,8 @@ TEST_F(GenInputsRules, DcyAndTypeStayConsistent) {
       {"two-digit year joins this century", {"5", kAfter70Half, "", ""}, "2005", kAfter70Half, {}},
       {"99 is 2099, not 1999", {"99", kAfter70Half, "1/1/1950", ""}, "2099", kAfter70Half, {}},
       {"empty entry is left alone", {"", kBefore59Half, "1/1/1950", ""}, "", kBefore59Half, {}},
-      {"pre 59 1/2 in the 59 1/2 year clears the DCY", {"2009", kBefore59Half, "1/1/1950", ""}, "", kBefore59Half,
-       {kPre59}},
+      {"pre 59 1/2 in the 59 1/2 year keeps what was typed", {"2009", kBefore59Half, "1/1/1950", ""}, "2009",
+       kBefore59Half, {kPre59}},
       {"pre 59 1/2 a year earlier passes", {"2008", kBefore59Half, "1/1/1950", ""}, "2008", kBefore59Half, {}},
       {"no valid birthday: no type check", {"2009", kBefore59Half, "13/45/1950", ""}, "2009", kBefore59Half, {}},
       {"between: past year replaced, then still in range", {"2010", kBetween59And70, "1/1/1950", ""}, "2014",
@@ -67,6 +67,7 @@ TEST_F(GenInputsRules, DcyAndTypeStayConsistent) {
     EXPECT_EQ(e.dcyText, row.dcy) << row.name;
     EXPECT_EQ(e.distType, row.type) << row.name;
     EXPECT_EQ(changed, row.type != row.in.distType) << row.name;
+    EXPECT_EQ(e.conflict, row.notes.size() == 1 && row.notes[0] == kPre59) << row.name;
     ASSERT_EQ(rec.messages.messages.size(), row.notes.size()) << row.name;
     for (std::size_t i = 0; i < row.notes.size(); ++i) {
       EXPECT_EQ(rec.messages.messages[i].text, row.notes[i]) << row.name;

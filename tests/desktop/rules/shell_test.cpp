@@ -35,7 +35,7 @@ TEST(UsageTime, SingularOnlyForOne) {
 
 TEST(MainTitle, UntitledUntilSaved) {
   EXPECT_EQ(MainTitle("UNTITLED.IRA"), "UNTITLED IRA - QSW - Tallyra");
-  EXPECT_EQ(MainTitle("/home/a/plan.ira"), "/home/a/plan.ira - QSW - Tallyra");
+  EXPECT_EQ(MainTitle("/home/a/plan.ira"), "plan.ira - QSW - Tallyra");
 }
 
 }  // namespace
