@@ -8,7 +8,11 @@
 #include <QListWidget>
 #include <QSplitter>
 #include <QTextBrowser>
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextDocument>
 #include <QUrl>
+#include <QImage>
 
 namespace ira::desktop {
 namespace {
@@ -43,7 +47,6 @@ frmManual::frmManual(const QStringList& chapters, QWidget* parent)
 
   lstChapters = new QListWidget(this);
   for (const QString& c : chapters) lstChapters->addItem(ChapterTitle(c));
-  lstChapters->setMaximumWidth(lstChapters->sizeHintForColumn(0) + 40);
   txtChapter = new QTextBrowser(this);
   txtChapter->setOpenExternalLinks(true);
 
@@ -51,6 +54,7 @@ frmManual::frmManual(const QStringList& chapters, QWidget* parent)
   splitter->addWidget(lstChapters);
   splitter->addWidget(txtChapter);
   splitter->setStretchFactor(1, 1);
+  splitter->setSizes({lstChapters->sizeHintForColumn(0) + 24, 760});
   auto* layout = new QHBoxLayout(this);
   layout->addWidget(splitter);
 
@@ -69,6 +73,24 @@ void frmManual::ShowChapter(int index) {
   if (index < 0 || index >= m_chapters.size()) return;
   // The chapter's pictures are named relative to it, as the printed manual has them.
   txtChapter->setSource(QUrl::fromLocalFile(m_chapters[index]), QTextDocument::MarkdownResource);
+  // Pictures wider than the page are shown narrower, as on paper.
+  constexpr double kWidest = 620;
+  QTextDocument* doc = txtChapter->document();
+  for (QTextBlock b = doc->begin(); b.isValid(); b = b.next()) {
+    for (auto it = b.begin(); !it.atEnd(); ++it) {
+      const QTextFragment f = it.fragment();
+      if (!f.charFormat().isImageFormat()) continue;
+      QTextImageFormat image = f.charFormat().toImageFormat();
+      const QImage picture = doc->resource(QTextDocument::ImageResource, QUrl(image.name())).value<QImage>();
+      if (picture.isNull() || picture.width() <= kWidest) continue;
+      image.setWidth(kWidest);
+      image.setHeight(picture.height() * kWidest / picture.width());
+      QTextCursor cursor(doc);
+      cursor.setPosition(f.position());
+      cursor.setPosition(f.position() + f.length(), QTextCursor::KeepAnchor);
+      cursor.setCharFormat(image);
+    }
+  }
 }
 
 }  // namespace ira::desktop
