@@ -164,6 +164,16 @@ dlgGenInputs::dlgGenInputs(GeneralInputs& gen, QWidget* parent) : QDialog(parent
           [this] { ginputs::Chk_IntRateRate(CStxtIntRate->Text(), Entries().earlyMethod); });
   connect(CStxtAnnuityIntRate, &QLineEdit::editingFinished, this,
           [this] { ginputs::Chk_AnnuityIntRateRate(CStxtAnnuityIntRate->Text()); });
+  for (const auto& [edit, range] : {std::pair<QLineEdit*, const rules::Range*>{txtDCY, &rules::kDcyRange},
+                                    {txtInflateRate, &rules::kInflationRange},
+                                    {CStxtIntRate, &rules::kIntRateRange},
+                                    {CStxtAnnuityIntRate, &rules::kAnnuityIntRateRange},
+                                    {CStxtAnnuityFactor, &rules::kAnnuityFactorRange}})
+    widgets::ShowRange(edit, rules::RangeHint(*range));
+  for (QLineEdit* date : {static_cast<QLineEdit*>(CSDtOwnerBD), static_cast<QLineEdit*>(CSDtDeath),
+                          static_cast<QLineEdit*>(CSDtSpouseBD)})
+    widgets::ShowRange(date, rules::DateRangeHint());
+
   // The tab chain follows the eye: the owner and the spouse on the left, then
   // the rules, the year, its type and the rates on the right.
   QWidget* chain[] = {txtOwnerName, txtOtherInfo, CSDtOwnerBD, CSDtDeath, CSOptSpouseBenYes, CSOptSpouseBenNo,
@@ -276,6 +286,16 @@ void dlgGenInputs::btnOK_Click() {
       return;
     }
   }
+  if (!widgets::DatesWithinRange({{CSDtOwnerBD, "Owner's Birthday"},
+                                   {CSDtDeath, "Date of Death"},
+                                   {CSDtSpouseBD, "Spouse's Birthday"}}))
+    return;
+  if (!widgets::EntriesWithinRange({{txtDCY, &rules::kDcyRange},
+                                    {txtInflateRate, &rules::kInflationRange},
+                                    {CStxtIntRate, &rules::kIntRateRange},
+                                    {CStxtAnnuityIntRate, &rules::kAnnuityIntRateRange},
+                                    {CStxtAnnuityFactor, &rules::kAnnuityFactorRange}}))
+    return;
   if (!ginputs::ApplyGenEntries(Entries(), m_gen)) return;
   m_target = m_gen;
   accept();

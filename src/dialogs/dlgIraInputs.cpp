@@ -56,6 +56,12 @@ dlgIraInputs::dlgIraInputs(const GeneralInputs& gen, IraRecord& ira, QWidget* pa
   rateLabel->setBuddy(CStxtRateOfReturn);
   amountForm->addRow(rateLabel, rate);
 
+  widgets::ShowRange(CSCurBenefit, rules::RangeHint(rules::kBenefitRange));
+  widgets::ShowRange(CSCurDistributed, rules::RangeHint(rules::kDistributedRange));
+  widgets::ShowRange(CSCurFirstYear, rules::RangeHint(rules::kFirstYearRange));
+  widgets::ShowRange(CStxtRateOfReturn, rules::RangeHint(rules::kRateOfReturnRange));
+  widgets::ShowRange(CSDtBeneBD, rules::DateRangeHint());
+
   auto* elections = new QGroupBox(QStringLiteral("Elections"), this);
   lstRecalc = new QComboBox(elections);
   chkUse2002Table = new QCheckBox(QStringLiteral("Use the &2002 life expectancy tables for early distributions"),
@@ -150,6 +156,12 @@ void dlgIraInputs::btnOK_Click() {
     CSDtBeneBD->selectAll();
     return;
   }
+  if (!widgets::DatesWithinRange({{CSDtBeneBD, "Beneficiary's Birthday"}})) return;
+  if (!widgets::EntriesWithinRange({{CSCurBenefit, &rules::kBenefitRange},
+                                    {CSCurDistributed, &rules::kDistributedRange},
+                                    {CSCurFirstYear, &rules::kFirstYearRange},
+                                    {CStxtRateOfReturn, &rules::kRateOfReturnRange}}))
+    return;
   if (!irainputs::ApplyIraEntries(Entries(), m_ira)) return;
   m_target = m_ira;
   accept();

@@ -65,6 +65,8 @@ dlgProjOptions::dlgProjOptions(GeneralInputs& gen, QWidget* parent)
   CSCaptProjYrs->setBuddy(txtProjYrs);
   CSCaptOverMin->setBuddy(txtOverMin);
   csLabel1->setBuddy(CStxtReduction);
+  widgets::ShowRange(txtProjYrs, rules::RangeHint(rules::kProjYearsRange));
+  widgets::ShowRange(txtOverMin, rules::RangeHint(rules::kOverMinRange));
   auto* form = new QFormLayout;
   form->addRow(CSCaptProjYrs, txtProjYrs);
   form->addRow(CSCaptOverMin, txtOverMin);
@@ -124,6 +126,8 @@ void dlgProjOptions::btnOK_Click() {
   const bool accepted = projopts::ApplyProjOptions(e, m_gen);
   if (e.years != txtProjYrs->Text()) txtProjYrs->SetText(e.years);
   if (!accepted) return;
+  if (!widgets::EntriesWithinRange({{txtProjYrs, &rules::kProjYearsRange}, {txtOverMin, &rules::kOverMinRange}}))
+    return;
   m_target = m_gen;
   accept();
 }

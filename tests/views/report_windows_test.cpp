@@ -159,17 +159,22 @@ TEST_F(ReportWindows, ProjectionWithoutProjectionModeOffersItsHelp) {
 
 }  // namespace
 
+// A one-header-row grid with a label column, as the Calendar Year Summary has.
+static reports::GridReport SmallGrid(std::vector<int> widths, std::vector<std::vector<std::string>> cells) {
+  reports::GridReport grid;
+  grid.caption = "Calendar Year Summary";
+  grid.columnWidths = std::move(widths);
+  grid.fixedRows = 1;
+  grid.fixedCols = 1;
+  grid.cells = std::move(cells);
+  return grid;
+}
+
 // Columns are counted in widths of "X", but an amount wider than its count
 // must still show whole: $39,301,310,043.67 in a 14-wide column lost "39,".
 TEST(GridWindowColumns, FitWhatTheyHoldButLetRulesBeCut) {
-  reports::GridReport grid;
-  grid.caption = "Calendar Year Summary";
-  grid.columnWidths = {6, 14};
-  grid.fixedRows = 1;
-  grid.fixedCols = 1;
-  grid.cells = {{"Row", "Amount"},
-                {"A", "39,301,310,043.67"},
-                {"B", "------------------------------------------------------------"}};
+  const reports::GridReport grid = SmallGrid(
+      {6, 14}, {{"Row", "Amount"}, {"A", "39,301,310,043.67"}, {"B", std::string(60, '-')}});
   frmCalSumm window(grid);
   const QFontMetrics fm(window.vsGrdDisplay->font());
   const int amount = fm.horizontalAdvance(QStringLiteral("39,301,310,043.67"));
@@ -243,12 +248,8 @@ TEST_F(ReportWindows, WindowsAreReusedCascadedAndClosedAlike) {
 }
 
 TEST_F(ReportWindows, CtrlCCopiesTheSelectedCellsAsTabSeparatedText) {
-  reports::GridReport grid;
-  grid.caption = "Calendar Year Summary";
-  grid.columnWidths = {6, 14, 14};
-  grid.fixedRows = 1;
-  grid.fixedCols = 1;
-  grid.cells = {{"Row", "One", "Two"}, {"A", "1,000.00", "2,000.00"}, {"B", "3,000.00", "4,000.00"}};
+  const reports::GridReport grid =
+      SmallGrid({6, 14, 14}, {{"Row", "One", "Two"}, {"A", "1,000.00", "2,000.00"}, {"B", "3,000.00", "4,000.00"}});
   frmCalSumm window(grid);
   window.show();
   QApplication::setActiveWindow(&window);
@@ -263,15 +264,10 @@ TEST_F(ReportWindows, CtrlCCopiesTheSelectedCellsAsTabSeparatedText) {
 // Amounts become plain numbers, commas in text are quoted, stacked header
 // lines joined, and a row ends with CRLF.
 TEST(GridExport, CsvAndClipboardHoldTheWholeGrid) {
-  reports::GridReport grid;
-  grid.caption = "Calendar Year Summary";
-  grid.columnWidths = {10, 14};
-  grid.fixedRows = 1;
-  grid.fixedCols = 1;
-  grid.cells = {{"IRA", "Required\r\nDistribution"},
-                {"Smith, Jo", "39,301,310,043.67"},
-                {"Total", "-1,000.00"},
-                {"Note", "No Data**"}};
+  const reports::GridReport grid = SmallGrid({10, 14}, {{"IRA", "Required\r\nDistribution"},
+                                                         {"Smith, Jo", "39,301,310,043.67"},
+                                                         {"Total", "-1,000.00"},
+                                                         {"Note", "No Data**"}});
   EXPECT_EQ(GridCsv(grid), QStringLiteral("IRA,Required Distribution\r\n"
                                           "\"Smith, Jo\",39301310043.67\r\n"
                                           "Total,-1000.00\r\n"

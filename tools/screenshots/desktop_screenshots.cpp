@@ -2,12 +2,14 @@
 // in the folder given on the command line.
 #include <QApplication>
 #include <QDir>
+#include <QListWidget>
 #include <QPixmap>
 #include <QTimer>
 #include <iostream>
 
 #include "app/desktop/dlgAbout.h"
 #include "app/desktop/frmError.h"
+#include "app/desktop/frmManual.h"
 #include "app/desktop/frmMain.h"
 #include "core/base/checked.h"
 #include "core/base/program.h"
@@ -75,6 +77,15 @@ int main(int argc, char** argv) {
   ok &= Save(about, dir, "about.png");
   desktop::frmError error(kErrOverflow, QStringLiteral("Overflow"), QStringLiteral("CalcIraDist()"), &main);
   ok &= Save(error, dir, "error-form.png");
+  const QStringList chapters = desktop::ManualChapters(QString::fromStdString(ProgramFile(desktop::kManualFolder)));
+  if (!chapters.isEmpty()) {
+    desktop::frmManual manual(chapters, &main);
+    manual.setAttribute(Qt::WA_DeleteOnClose, false);
+    manual.resize(900, 620);
+    manual.ShowChapter(2);
+    manual.lstChapters->setCurrentRow(2);
+    ok &= Save(manual, dir, "manual-window.png");
+  }
   main.Quit = [](int) {};
   TheScenario().Reset();
   return ok ? 0 : 1;

@@ -17,6 +17,8 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QPainter>
+#include <QProcess>
+#include <QStandardPaths>
 #include <QStatusBar>
 #include <QStyle>
 #include <QToolBar>
@@ -26,6 +28,7 @@
 #include <filesystem>
 
 #include "app/desktop/dlgAbout.h"
+#include "app/desktop/frmManual.h"
 #include "core/base/errors.h"
 #include "core/base/messages.h"
 #include "core/base/progress.h"
@@ -129,6 +132,14 @@ frmMain::frmMain(settings::Settings settings, std::string userFolder, long start
     return font;
   };
   OpenDocument = [](const QString& path) { return QDesktopServices::openUrl(QUrl::fromLocalFile(path)); };
+  PdfViewerAvailable = [] {
+    // The desktop's handler for PDF files, as xdg-open would find it.
+    const QString xdgMime = QStandardPaths::findExecutable(QStringLiteral("xdg-mime"));
+    if (xdgMime.isEmpty()) return false;
+    QProcess query;
+    query.start(xdgMime, {QStringLiteral("query"), QStringLiteral("default"), QStringLiteral("application/pdf")});
+    return query.waitForFinished(3000) && !query.readAllStandardOutput().trimmed().isEmpty();
+  };
   RunDialog = [this](shell::Command dialog) { return ShowInputDialog(dialog); };
   Quit = [](int code) { QCoreApplication::exit(code); };
   m_reportWindows = std::make_unique<views::QtReportViewer>(this);
@@ -212,6 +223,9 @@ void frmMain::CreateActions() {
   mnuHelp = action(s->standardIcon(QStyle::SP_DialogHelpButton), QStringLiteral("&User Manual"),
                    shell::Command::Help, QStringLiteral("Open the user manual"));
   mnuHelp->setShortcut(QKeySequence::HelpContents);
+  mnuManualHere = new QAction(QStringLiteral("User Manual in the &Program"), this);
+  mnuManualHere->setStatusTip(QStringLiteral("Read the user manual in a window of this program"));
+  connect(mnuManualHere, &QAction::triggered, this, [this] { ShowManualInProgram(); });
   mnuAbout = action(QIcon(), QStringLiteral("&About..."), shell::Command::About,
                     QStringLiteral("Version, usage time and ordering"));
   mnuExit = action(s->standardIcon(QStyle::SP_DialogCloseButton), QStringLiteral("E&xit"), shell::Command::Exit,
@@ -243,7 +257,7 @@ void frmMain::CreateActions() {
   reports->addSeparator();
   reports->addAction(mnuFont);
   QMenu* help = menuBar()->addMenu(QStringLiteral("&Help"));
-  help->addActions({mnuHelp, mnuAbout});
+  help->addActions({mnuHelp, mnuManualHere, mnuAbout});
 
   // Toolbar buttons carry their key; a click looks the key up.
   tlbMain = addToolBar(QStringLiteral("Commands"));
@@ -622,10 +636,22 @@ void frmMain::OpenManual() {
                 MsgIcon::Information);
     return;
   }
-  if (!OpenDocument(Q(manual))) {
-    ShowMessage("WARNING", "The user manual " + manual + " could not be opened: no program to show PDF files was found.",
+  // Without a program for PDF files the manual is read here.
+  if (!PdfViewerAvailable() || !OpenDocument(Q(manual))) ShowManualInProgram();
+}
+
+bool frmMain::ShowManualInProgram() {
+  const QStringList chapters = ManualChapters(Q(ProgramFile(kManualFolder)));
+  if (chapters.isEmpty()) {
+    ShowMessage("WARNING",
+                "The user manual cannot be shown: no program to show PDF files was found, and its chapters are not in " +
+                    ProgramFile(kManualFolder) + ".",
                 MsgIcon::Exclamation);
+    return false;
   }
+  auto* window = new frmManual(chapters, this);
+  window->show();
+  return true;
 }
 
 void frmMain::RunReports(reports::ReportMode mode, views::PrintOutput output) {

@@ -48,6 +48,7 @@ class frmMain : public QMainWindow {
   QAction* mnuProjection;
   QAction* mnuFont;
   QAction* mnuHelp;
+  QAction* mnuManualHere;
   QAction* mnuAbout;
   QAction* mnuExit;
 
@@ -72,6 +73,8 @@ class frmMain : public QMainWindow {
   QMenu* mnuRecent;
   void GetFonts();
   void OpenManual();
+  // The manual's chapters in a window of the program; false when they are missing.
+  bool ShowManualInProgram();
   // After an unexpected error: optionally save, then end the program.
   void ShutDown(bool save);
 
@@ -89,6 +92,8 @@ class frmMain : public QMainWindow {
   std::function<QString(bool save, const QString& folder)> ChooseFile;
   std::function<std::optional<QFont>(const QFont& current)> ChooseFont;
   std::function<bool(const QString& path)> OpenDocument;
+  // Whether the desktop has a program for PDF files.
+  std::function<bool()> PdfViewerAvailable;
   std::function<bool(shell::Command dialog)> RunDialog;  // General, Ira, Projection
   std::function<void(int code)> Quit;
   // Where the reports of a mode go: the report windows for View.

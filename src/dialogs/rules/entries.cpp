@@ -50,6 +50,51 @@ bool KeepInvalidDate(std::string_view text, std::string_view label) {
                      MsgIcon::Question, MsgButtons::YesNo) == MsgAnswer::Yes;
 }
 
+namespace {
+
+std::string RangeValue(double value, bool amount) {
+  if (amount) return reports::FormatAmount(Money::FromString(std::to_string(value)));
+  return NumberText(value);
+}
+
+std::string RangeText(const Range& range) {
+  return RangeValue(range.min, range.amount) + " to " + RangeValue(range.max, range.amount);
+}
+
+}  // namespace
+
+std::string RangeHint(const Range& range) { return "Valid range: " + RangeText(range) + "."; }
+
+std::string DateRangeHint() {
+  return "A date as m/d/yyyy, from 1/1/" + std::to_string(kFirstDateYear) + " to 12/31/" +
+         std::to_string(kLastDateYear) + ".";
+}
+
+bool WithinRange(std::string_view text, const Range& range) {
+  std::string t = Trim(text);
+  if (!t.empty() && t.front() == '$') t = Trim(t.substr(1));
+  if (range.amount) std::erase(t, ',');
+  const auto value = NumericValue(t);
+  if (!value || (*value >= range.min && *value <= range.max)) return true;
+  ShowMessage("WARNING",
+              "The value entered for '" + std::string(range.field) + "' is outside its range. Please enter a value from " +
+                  RangeText(range) + ".",
+              MsgIcon::Exclamation);
+  return false;
+}
+
+bool DateWithinRange(std::string_view text, std::string_view field) {
+  const auto date = ParseDate(Trim(text));
+  if (!date) return true;
+  const int year = YearOf(*date);
+  if (year >= kFirstDateYear && year <= kLastDateYear) return true;
+  ShowMessage("WARNING",
+              "The " + std::string(field) + " is outside the dates the program can compute with. Please enter a date from 1/1/" +
+                  std::to_string(kFirstDateYear) + " to 12/31/" + std::to_string(kLastDateYear) + ".",
+              MsgIcon::Exclamation);
+  return false;
+}
+
 std::string DateText(Date date) { return date == kNoDate ? std::string() : FormatMdy(date); }
 
 std::string AmountText(Money amount) { return reports::FormatAmount(amount); }

@@ -38,6 +38,40 @@ void InstallEnterMovesFocus(QWidget* dialog) {
   }
 }
 
+void ShowRange(QLineEdit* edit, const std::string& hint) {
+  const QString tip = edit->toolTip();
+  edit->setToolTip((tip.isEmpty() ? QString() : tip + QLatin1Char('\n')) + QString::fromStdString(hint));
+}
+
+namespace {
+void SendBack(QLineEdit* edit) {
+  edit->setFocus();
+  edit->selectAll();
+}
+}  // namespace
+
+bool EntriesWithinRange(std::initializer_list<std::pair<QLineEdit*, const rules::Range*>> entries) {
+  for (const auto& [edit, range] : entries) {
+    if (!edit->isEnabled()) continue;
+    if (!rules::WithinRange(edit->text().toStdString(), *range)) {
+      SendBack(edit);
+      return false;
+    }
+  }
+  return true;
+}
+
+bool DatesWithinRange(std::initializer_list<std::pair<QLineEdit*, const char*>> dates) {
+  for (const auto& [edit, field] : dates) {
+    if (!edit->isEnabled()) continue;
+    if (!rules::DateWithinRange(edit->text().toStdString(), field)) {
+      SendBack(edit);
+      return false;
+    }
+  }
+  return true;
+}
+
 QDialogButtonBox* OkCancelButtons(QWidget* dialog) {
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, dialog);
   buttons->button(QDialogButtonBox::Ok)->setText(QStringLiteral("&OK"));

@@ -9,6 +9,9 @@
 
 #include "core/base/calendar.h"
 #include "core/base/money.h"
+#include "dialogs/rules/entries.h"
+#include <initializer_list>
+#include <utility>
 
 class QWidget;
 
@@ -16,6 +19,12 @@ namespace ira::widgets {
 
 // Turns Enter into Tab in every control of `dialog` except push buttons.
 void InstallEnterMovesFocus(QWidget* dialog);
+// The entry's tooltip ends with the range it accepts.
+void ShowRange(QLineEdit* edit, const std::string& hint);
+// At OK: each enabled entry within its range, else the message, the focus on
+// the entry and false.
+bool EntriesWithinRange(std::initializer_list<std::pair<QLineEdit*, const rules::Range*>> entries);
+bool DatesWithinRange(std::initializer_list<std::pair<QLineEdit*, const char*>> dates);
 // OK and Cancel with their Alt letters, whatever the desktop's theme names them.
 QDialogButtonBox* OkCancelButtons(QWidget* dialog);
 

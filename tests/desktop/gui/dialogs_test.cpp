@@ -322,3 +322,32 @@ TEST_F(Dialogs, ReportChoicesRememberTheLastTicksAndRefuseNone) {
   EXPECT_EQ(again.Flags(), reports::kRptGenInfo | reports::kRptCalSumm);
   dlgRptChoices::ForgetChoice();
 }
+
+// Each entry names its range in its tooltip; OK refuses a value outside it,
+// naming the field and the range, and keeps the dialog open on that entry.
+TEST_F(Dialogs, RangesAreHintedAndEnforcedAtOk) {
+  GeneralInputs gen;
+  IraRecord ira;
+  dlgIraInputs dlg(gen, ira);
+  EXPECT_TRUE(dlg.CStxtRateOfReturn->toolTip().contains(QStringLiteral("Valid range: -100 to 100.")));
+  EXPECT_TRUE(dlg.CSCurBenefit->toolTip().contains(QStringLiteral("0.00 to 9,999,999,999.99")));
+  EXPECT_TRUE(dlg.CSDtBeneBD->toolTip().contains(QStringLiteral("from 1/1/1880 to 12/31/2150")));
+
+  dlg.CStxtRateOfReturn->SetText("150");
+  dlg.btnOK_Click();
+  EXPECT_EQ(dlg.result(), QDialog::Rejected);
+  EXPECT_EQ(rec.messages.Last().text,
+            "The value entered for 'Rate Of Return' is outside its range. Please enter a value from -100 to 100.");
+  dlg.CStxtRateOfReturn->SetText("100");  // the bound itself is in range
+  dlg.btnOK_Click();
+  EXPECT_EQ(dlg.result(), QDialog::Accepted);
+  EXPECT_EQ(ira.RateOfReturn, 100.0f);
+
+  gen.DistType = kTrue;
+  dlgGenInputs general(gen);
+  general.CSDtOwnerBD->SetText("1/1/1850");
+  general.txtDCY->SetText("2020");
+  general.btnOK_Click();
+  EXPECT_EQ(general.result(), QDialog::Rejected);
+  EXPECT_TRUE(rec.messages.Last().text.starts_with("The Owner's Birthday is outside the dates"));
+}

@@ -13,6 +13,9 @@
 #include <set>
 
 #include "app/desktop/frmError.h"
+#include "app/desktop/frmManual.h"
+#include <QListWidget>
+#include <QTextBrowser>
 #include "app/desktop/frmMain.h"
 #include "app/desktop/qt_sinks.h"
 #include "core/base/program.h"
@@ -395,4 +398,23 @@ TEST_F(MainWindow, WindowPlaceIsKeptBetweenRuns) {
   window->close();
   frmMain again(config, data.Path(), 0);
   EXPECT_EQ(again.size(), QSize(700, 500));
+}
+
+// Without a PDF viewer the chapters are shown in a window of the program.
+TEST_F(MainWindow, ManualIsReadInTheProgramWithoutAPdfViewer) {
+  ira::testing::WriteFileBytes(program.File("manvesk.pdf"), "%PDF-1.4");
+  std::filesystem::create_directories(program.File("manual"));
+  ira::testing::WriteFileBytes(program.File("manual/01-start.md"), "# Getting started\n\nText.\n");
+  ira::testing::WriteFileBytes(program.File("manual/02-reports.md"), "# Reports\n\nMore.\n");
+  bool opened = false;
+  window->OpenDocument = [&](const QString&) { return opened = true; };
+  window->PdfViewerAvailable = [] { return false; };
+  window->tlbMain_ButtonClick("Help");
+  EXPECT_FALSE(opened);
+  auto* manual = window->findChild<desktop::frmManual*>();
+  ASSERT_NE(manual, nullptr);
+  ASSERT_EQ(manual->lstChapters->count(), 2);
+  EXPECT_EQ(manual->lstChapters->item(1)->text(), QStringLiteral("Reports"));
+  EXPECT_TRUE(manual->txtChapter->toPlainText().contains(QStringLiteral("Getting started")));
+  EXPECT_TRUE(rec.messages.messages.empty());
 }
