@@ -141,7 +141,11 @@ YearRules OwnerSideRules(const GeneralInputs& gen, const IraRecord& ira, std::in
     r.basis = Basis::kWaived;
     return r;
   }
-  if (ira.SpouseBen == 0 && ira.OtherBen == 0) {
+  // A beneficiary that is not an individual (an estate, a charity, a trust
+  // that is not see-through) leaves the account without a designated
+  // beneficiary, whoever else is named.
+  r.noDesignated = ira.OtherBen != 0 && ira.BeneKind == kBeneNotIndividual;
+  if ((ira.SpouseBen == 0 && ira.OtherBen == 0) || r.noDesignated) {
     r.basis = Basis::kOwnerRemaining;
     r.lookupYear = deathYear;
     r.lookupAge = AgeInYear(gen.OwnerBirthDate, deathYear);
@@ -234,6 +238,9 @@ std::vector<RuleLine> Explain(const GeneralInputs& gen, const YearRules& r) {
                        "Treas. Reg. 1.401(a)(9)-5(c)(2)"});
       break;
     case Basis::kOwnerRemaining:
+      if (r.noDesignated)
+        lines.push_back({"The beneficiary is not an individual: no designated beneficiary",
+                         "Treas. Reg. 1.401(a)(9)-4, A-3 (2002)"});
       lines.push_back({"No beneficiary: the owner's figure at " + std::to_string(r.lookupAge) + " in " +
                            Year(r.lookupYear) + ", less 1 a year",
                        "Treas. Reg. 1.401(a)(9)-5, A-5(a)(2) and (c)(3) (2002)"});

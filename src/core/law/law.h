@@ -83,6 +83,7 @@ struct YearRules {
   std::int16_t lookupAge = 0;
   bool freshStart = false;
   std::int16_t startYear = 0;  // a surviving spouse's first year
+  bool noDesignated = false;   // the beneficiary named is not an individual
 };
 YearRules OwnerSideRules(const GeneralInputs& gen, const IraRecord& ira, std::int16_t year);
 

@@ -64,6 +64,7 @@ TEST_F(CurrentLawTest, OwnerSideToTheCent) {
     Basis basis;
     const char* gross;
     const char* deadline;
+    std::int16_t beneKind = kBeneIndividual;
   } rows[] = {
       {"75 in 2026: Uniform 24.6; 500,000 / 24.6 = 20,325.2032", MakeDate(1951, 3, 15), kNoDate, kNoDate, kNoDate,
        false, false, 2026, "500000", "0", Basis::kUniform, "20325.20", "12/31/2026"},
@@ -102,6 +103,9 @@ TEST_F(CurrentLawTest, OwnerSideToTheCent) {
       {"no beneficiary, died 2018 at 78: 2022 table at 78 = 12.6, less 4 = 8.6; 86,000 / 8.6 = 10,000",
        MakeDate(1940, 1, 1), MakeDate(2018, 6, 1), kNoDate, kNoDate, false, false, 2022, "86000", "0",
        Basis::kOwnerRemaining, "10000.00", "12/31/2022"},
+      {"the same owner leaving the account to an estate: no designated beneficiary, the owner's 8.6",
+       MakeDate(1940, 1, 1), MakeDate(2018, 6, 1), kNoDate, MakeDate(2018, 6, 1), false, true, 2022, "86000", "0",
+       Basis::kOwnerRemaining, "10000.00", "12/31/2022", kBeneNotIndividual},
       {"spouse sole, owner died 2015: the spouse's figure each year, 2022 table at 75 = 14.8; 7,432.4324",
        MakeDate(1940, 1, 1), MakeDate(2015, 6, 1), MakeDate(1947, 1, 1), kNoDate, true, false, 2022, "110000", "0",
        Basis::kSpouseYearly, "7432.43", "12/31/2022"},
@@ -116,6 +120,7 @@ TEST_F(CurrentLawTest, OwnerSideToTheCent) {
     ira.SpouseBen = ToFlag(r.spouseBen);
     ira.OtherBen = ToFlag(r.otherBen);
     ira.BeneBirthDate = r.bene;
+    ira.BeneKind = r.beneKind;
     ira.FirstYearDist = M(r.firstYearPaid);
     rep_calc::IraDistResults out;
     rep_calc::CalcIraDist(gen, ira, out, 0.0f);
