@@ -85,7 +85,7 @@ void Project(Scenario& scenario, ProjCells& cells, std::vector<ProjYearTotals>& 
       }
 
       if (results.AgesSupported == kFalse) {
-        const bool notYet = results.CurrentLaw && results.Law.basis == law::Basis::kNotComputedYet;
+        const bool notYet = results.CurrentLaw && law::IsNotComputed(results.Law.basis);
         cell.Distribution = Money::FromRaw(notYet ? kProjNotComputedRaw : kProjNoDataRaw);
         status[i] = notYet ? kNotComputed : kNoData;
         --active;
