@@ -217,7 +217,8 @@ std::vector<RuleLine> Explain(const GeneralInputs& gen, const YearRules& r) {
                          FormatMdy(RequiredBeginningDate(gen.OwnerBirthDate, gen.Age1959)),
                      RequiredBeginningDateRule().citation});
     // The year of the required beginning date may carry two amounts.
-    if (r.year == first + 1 && !IsWaivedYear(first))
+    // (Not for 2019: CARES waived that amount when it was unpaid by 2020.)
+    if (r.year == first + 1 && !IsWaivedYear(first) && first != 2019)
       lines.push_back({"The " + Year(first) + " amount, if not yet taken, is also due by " +
                            FormatMdy(RequiredBeginningDate(gen.OwnerBirthDate, gen.Age1959)),
                        "Treas. Reg. 1.401(a)(9)-5(a)(2)"});
