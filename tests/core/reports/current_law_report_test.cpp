@@ -30,7 +30,9 @@ class CurrentLawReports : public ReportTest {
     gen.SpouseBen = kTrue;
     gen.SpouseBirthDate = D(11, 20, 1963);
     gen.ProjectionYears = 2;
-    AddIra("Spouse IRA", "400000").SpouseBen = kTrue;
+    IraRecord& spouse = AddIra("Spouse IRA", "400000");
+    spouse.SpouseBen = kTrue;
+    spouse.FirstYearDist = Money::FromString("1000");  // shown, and said not to count
     IraRecord& child = AddIra("Child IRA", "500000");
     child.OtherBen = kTrue;
     child.BeneficiaryName = FixedText("Sam", kBeneficiaryNameWidth);
@@ -47,7 +49,7 @@ TEST_F(CurrentLawReports, NameTheirRulesAndNoneThatDoNotGovernTheYear) {
   } rows[] = {
       {"inputs", DisplayInputs,
        {"Rules: the law in force in each distribution calendar year", "POST APPLICABLE AGE 73",
-        "1st Year Distributions (1/1-4/1/2025)"}},
+        "1st Year Distributions (1/1-4/1/2025): $1,000.00\r\n  (Not used: under the law in force it does not reduce"}},
       {"general information", DisplayGenInfo,
        {"Rules: the law in force", "(SECURE 2.0 Act sec. 107: applicable age 73)",
         "IRA Owner's Required Beginning Date: 04/01/2025", "First distribution calendar year: 2024",
