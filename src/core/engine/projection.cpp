@@ -64,7 +64,10 @@ void Project(Scenario& scenario, ProjCells& cells, std::vector<ProjYearTotals>& 
         case kActive: break;
         case kExhausted: cell.Distribution = Money::FromRaw(kProjStoppedRaw); continue;
         case kNoData: cell.Distribution = Money::FromRaw(kProjNoDataRaw); continue;
-        case kNotComputed: cell.Distribution = Money::FromRaw(kProjNotComputedRaw); continue;
+        case kNotComputed:
+          cell.Distribution = Money::FromRaw(kProjNoDataRaw);
+          cell.NotComputed = true;
+          continue;
         default: ShowMessage(kProgramTitle, std::string(kBadStatus), MsgIcon::None); return;
       }
 
@@ -86,7 +89,8 @@ void Project(Scenario& scenario, ProjCells& cells, std::vector<ProjYearTotals>& 
 
       if (results.AgesSupported == kFalse) {
         const bool notYet = results.CurrentLaw && law::IsNotComputed(results.Law.basis);
-        cell.Distribution = Money::FromRaw(notYet ? kProjNotComputedRaw : kProjNoDataRaw);
+        cell.Distribution = Money::FromRaw(kProjNoDataRaw);
+        cell.NotComputed = notYet;
         status[i] = notYet ? kNotComputed : kNoData;
         --active;
       } else {

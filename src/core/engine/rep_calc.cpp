@@ -340,6 +340,7 @@ void CalcIraDist(const GeneralInputs& gen, const IraRecord& ira, IraDistResults&
 }
 
 std::string DistDeadLine(const GeneralInputs& gen, const IraRecord& ira) {
+  if (law::ComputesRequiredYear(gen, gen.DCY)) return law::Deadline(gen, law::OwnerSideRules(gen, ira, gen.DCY));
   const std::int16_t dcy = gen.DCY;
   const std::string yearEnd = "12/31/" + std::to_string(dcy);
   const std::string none = "No distribution required for " + std::to_string(dcy);

@@ -139,6 +139,7 @@ TEST_F(CurrentLawTest, OwnerSideToTheCent) {
     EXPECT_EQ(out.GrossLater, M(r.gross));
     EXPECT_EQ(out.Gross1987, Money());
     EXPECT_EQ(law::Deadline(gen, out.Law), r.deadline);
+    EXPECT_EQ(rep_calc::DistDeadLine(gen, ira), r.deadline);
   }
 }
 

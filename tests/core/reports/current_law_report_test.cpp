@@ -107,5 +107,24 @@ TEST_F(CurrentLawReports, WaivedYearAndDeathAfter2019SaySoWithoutAFigure) {
   }
 }
 
+TEST_F(CurrentLawReports, ProjectionShowsNoFigureForAnAccountNotComputedYet) {
+  gen.RuleSet = kRulesCurrent;
+  gen.DistType = kTrue;
+  gen.DCY = 2024;
+  gen.ProjectionYears = 2;
+  gen.OwnerBirthDate = D(1, 1, 1945);
+  gen.OwnerDeathDate = D(6, 1, 2021);
+  IraRecord& ira = AddIra("Inherited", "300000");
+  ira.OtherBen = kTrue;
+  ira.BeneBirthDate = D(1, 1, 1975);
+  AddIra("Own", "100000");  // no beneficiary named: not computed either, after a death in 2021
+  const std::string text = RunText(DisplayProjRpt, ReportMode::File);
+  // With no account left to project the table ends after its first year.
+  EXPECT_NE(text.find("Beg. Balance                       Not computed \r\n"), std::string::npos) << text;
+  EXPECT_NE(text.find("Total Distributions for year               0.00 \r\n"), std::string::npos);
+  EXPECT_NE(text.find("Not computed yet: see the Distribution Calculations report for the reason."),
+            std::string::npos);
+}
+
 }  // namespace
 }  // namespace ira::reports::test
