@@ -68,7 +68,10 @@ void Project(Scenario& scenario, ProjCells& cells, std::vector<ProjYearTotals>& 
           case kActive: break;
           case kExhausted: cell.Distribution = Money::FromRaw(kProjStoppedRaw); continue;
           case kNoData: cell.Distribution = Money::FromRaw(kProjNoDataRaw); continue;
-          case kNotComputed: cell.Distribution = Money::FromRaw(kProjNotComputedRaw); continue;
+          case kNotComputed:
+            cell.Distribution = Money::FromRaw(kProjNoDataRaw);
+            cell.NotComputed = true;
+            continue;
           default: ShowMessage(kProgramTitle, std::string(kBadStatus), MsgIcon::None); return;
         }
 
@@ -89,8 +92,9 @@ void Project(Scenario& scenario, ProjCells& cells, std::vector<ProjYearTotals>& 
         }
 
         if (results.AgesSupported == kFalse) {
-          const bool notYet = results.CurrentLaw && results.Law.basis == law::Basis::kNotComputedYet;
-          cell.Distribution = Money::FromRaw(notYet ? kProjNotComputedRaw : kProjNoDataRaw);
+          const bool notYet = results.CurrentLaw && law::IsNotComputed(results.Law.basis);
+          cell.Distribution = Money::FromRaw(kProjNoDataRaw);
+          cell.NotComputed = notYet;
           status[i] = notYet ? kNotComputed : kNoData;
           --active;
         } else {

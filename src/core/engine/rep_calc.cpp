@@ -137,7 +137,8 @@ std::int16_t SlotFor(law::Basis basis) {
   switch (basis) {
     case law::Basis::kJointSpouse: return kSlotJointSpouseRecalc;
     case law::Basis::kOwnerRemaining: return kSlotDecedent;
-    case law::Basis::kSpouseYearly: return kSlotSurvivingSpouse;
+    case law::Basis::kSpouseYearly:
+    case law::Basis::kSpouseOwn: return kSlotSurvivingSpouse;
     case law::Basis::kNonSpouse: return kSlotNonSpouseAfterDeath;
     default: return kSlotDistPeriod;
   }
@@ -149,6 +150,7 @@ bool HasAmount(law::Basis basis) {
     case law::Basis::kJointSpouse:
     case law::Basis::kOwnerRemaining:
     case law::Basis::kSpouseYearly:
+    case law::Basis::kSpouseOwn:
     case law::Basis::kNonSpouse: return true;
     default: return false;
   }
@@ -176,7 +178,7 @@ void CalcCurrentLaw(const GeneralInputs& gen, const IraRecord& ira, IraDistResul
   StartCurrentLaw(ira, out, kNotApplicableRequired);
   out.Law = law::OwnerSideRules(gen, ira, gen.DCY);
   out.SlotLater = SlotFor(out.Law.basis);
-  if (out.Law.basis == law::Basis::kNotComputedYet) {
+  if (law::IsNotComputed(out.Law.basis)) {
     out.AgesSupported = kFalse;
     return;
   }
@@ -338,6 +340,7 @@ void CalcIraDist(const GeneralInputs& gen, const IraRecord& ira, IraDistResults&
 }
 
 std::string DistDeadLine(const GeneralInputs& gen, const IraRecord& ira) {
+  if (law::ComputesRequiredYear(gen, gen.DCY)) return law::Deadline(gen, law::OwnerSideRules(gen, ira, gen.DCY));
   const std::int16_t dcy = gen.DCY;
   const std::string yearEnd = "12/31/" + std::to_string(dcy);
   const std::string none = "No distribution required for " + std::to_string(dcy);

@@ -73,7 +73,8 @@ std::int16_t ChkAgesSupported(const GeneralInputs& gen, const IraRecord& ira, st
 // The date by which the DCY's distribution must be made, as the reports print
 // it: "No distribution required for <year>", the Required Beginning Date in the
 // owner's first DCY, else "12/31/<year>". Of the IRA only the beneficiary
-// flags matter (a dead owner's deadline depends on who inherits).
+// flags matter (a dead owner's deadline depends on who inherits). Under the
+// law in force it is the law module's deadline ("Not computed yet" included).
 std::string DistDeadLine(const GeneralInputs& gen, const IraRecord& ira);
 
 // Early methods 1 and 2: the level payment of the series on the IRA's
@@ -88,7 +89,6 @@ float EarlyAnnuityFactor(const GeneralInputs& gen);
 // Projection.
 inline constexpr std::int64_t kProjNoDataRaw = -100 * Money::kScale;   // ages not supported
 inline constexpr std::int64_t kProjStoppedRaw = -200 * Money::kScale;  // balance ran out earlier
-inline constexpr std::int64_t kProjNotComputedRaw = -300 * Money::kScale;  // beneficiary rules not computed yet
 
 struct ProjCell {
   Money BegBalance;
@@ -96,6 +96,10 @@ struct ProjCell {
   Money Distributed;   // amount already distributed in the year
   Money Income;
   Money EndBalance;
+  // Under the law in force: no figure because the account's rules are not
+  // computed yet (Distribution holds the no-data sentinel, so a reader that
+  // does not know this flag still shows no figure).
+  bool NotComputed = false;
 };
 
 struct ProjYearTotals {

@@ -29,7 +29,12 @@ std::int16_t Plus(std::int16_t year, int n) { return CheckedInt16(static_cast<lo
 }  // namespace
 
 const char* const kNotComputedYetText =
-    "Not computed yet: the beneficiary rules for an owner who died after 2019.";
+    "Not computed yet: see the Distribution Calculations report for the reason.";
+namespace {
+constexpr const char* kDiedAfter2019Text = "Not computed yet: the beneficiary rules for an owner who died after 2019.";
+constexpr const char* kSpouseChoiceText =
+    "Not computed yet: the spouse's choice of the ten-year rule or to be treated as the owner.";
+}  // namespace
 const char* const kExcessRepealedText =
     "Excess distribution limit and tax: Not applicable: repealed for distributions after 1996 (TRA 1997 sec. 1073)";
 const char* const kMidTermWarning =
@@ -141,18 +146,33 @@ YearRules OwnerSideRules(const GeneralInputs& gen, const IraRecord& ira, std::in
     r.basis = Basis::kWaived;
     return r;
   }
-  if (ira.SpouseBen == 0 && ira.OtherBen == 0) {
+  // A beneficiary that is not an individual (an estate, a charity, a trust
+  // that is not see-through) leaves the account without a designated
+  // beneficiary, whoever else is named.
+  r.noDesignated = ira.OtherBen != 0 && ira.BeneKind == kBeneNotIndividual;
+  if ((ira.SpouseBen == 0 && ira.OtherBen == 0) || r.noDesignated) {
     r.basis = Basis::kOwnerRemaining;
     r.lookupYear = deathYear;
     r.lookupAge = AgeInYear(gen.OwnerBirthDate, deathYear);
   } else if (ira.OtherBen == 0) {
+    r.spouseAge = AgeInYear(gen.SpouseBirthDate, year);
+    // The spouse's choice applies from its year, or from the year after death.
+    const std::int16_t choiceYear = ira.SpouseChoiceYear != 0 ? ira.SpouseChoiceYear : Plus(deathYear, 1);
+    if (ira.SpouseChoice != kSpouseRemainBeneficiary && year >= choiceYear) {
+      if (ira.SpouseChoice == kSpouseTreatAsOwn) {
+        r.startYear = FirstDistributionYear(gen.SpouseBirthDate, gen.Age1959);
+        r.basis = year < r.startYear ? Basis::kSpouseOwnNotYet : Basis::kSpouseOwn;
+      } else {
+        r.basis = Basis::kSpouseChoiceNotComputed;
+      }
+      return r;
+    }
     // Not before the year after death, nor before the owner would have
     // reached the applicable age.
     r.startYear = Plus(deathYear, 1);
     const Date reached = ApplicableAgeDate(gen.OwnerBirthDate, gen.Age1959);
     if (gen.OwnerDeathDate < reached) r.startYear = std::max(r.startYear, YearOf(reached));
     r.basis = year < r.startYear ? Basis::kSpouseNotYet : Basis::kSpouseYearly;
-    r.spouseAge = AgeInYear(gen.SpouseBirthDate, year);
     return r;
   } else {
     r.basis = Basis::kNonSpouse;
@@ -169,6 +189,7 @@ float Divisor(const YearRules& r) {
     case Basis::kUniform: value = life_exp::UniformLifetime(r.tables, r.ownerAge); break;
     case Basis::kJointSpouse: value = life_exp::JointLife(r.tables, r.ownerAge, r.spouseAge); break;
     case Basis::kSpouseYearly: value = life_exp::SingleLife(r.tables, r.spouseAge); break;
+    case Basis::kSpouseOwn: value = life_exp::UniformLifetime(r.tables, r.spouseAge); break;
     case Basis::kOwnerRemaining:
     case Basis::kNonSpouse: {
       const float fixed = life_exp::SingleLife(r.tables, r.lookupAge);
@@ -196,7 +217,8 @@ std::vector<RuleLine> Explain(const GeneralInputs& gen, const YearRules& r) {
                          FormatMdy(RequiredBeginningDate(gen.OwnerBirthDate, gen.Age1959)),
                      RequiredBeginningDateRule().citation});
     // The year of the required beginning date may carry two amounts.
-    if (r.year == first + 1 && !IsWaivedYear(first))
+    // (Not for 2019: CARES waived that amount when it was unpaid by 2020.)
+    if (r.year == first + 1 && !IsWaivedYear(first) && first != 2019)
       lines.push_back({"The " + Year(first) + " amount, if not yet taken, is also due by " +
                            FormatMdy(RequiredBeginningDate(gen.OwnerBirthDate, gen.Age1959)),
                        "Treas. Reg. 1.401(a)(9)-5(a)(2)"});
@@ -234,6 +256,9 @@ std::vector<RuleLine> Explain(const GeneralInputs& gen, const YearRules& r) {
                        "Treas. Reg. 1.401(a)(9)-5(c)(2)"});
       break;
     case Basis::kOwnerRemaining:
+      if (r.noDesignated)
+        lines.push_back({"The beneficiary is not an individual: no designated beneficiary",
+                         "Treas. Reg. 1.401(a)(9)-4, A-3 (2002)"});
       lines.push_back({"No beneficiary: the owner's figure at " + std::to_string(r.lookupAge) + " in " +
                            Year(r.lookupYear) + ", less 1 a year",
                        "Treas. Reg. 1.401(a)(9)-5, A-5(a)(2) and (c)(3) (2002)"});
@@ -252,6 +277,17 @@ std::vector<RuleLine> Explain(const GeneralInputs& gen, const YearRules& r) {
                            Year(r.lookupYear) + ", less 1 a year",
                        "Treas. Reg. 1.401(a)(9)-5, A-5(c)(1) (2002)"});
       break;
+    case Basis::kSpouseOwnNotYet:
+      lines.push_back({"The spouse treats the IRA as the spouse's own: nothing is due before the spouse's "
+                       "first distribution year, " + Year(r.startYear),
+                       "Treas. Reg. 1.408-8(c)(1)"});
+      return lines;
+    case Basis::kSpouseOwn:
+      lines.push_back({"The spouse treats the IRA as the spouse's own: spouse " + std::to_string(r.spouseAge) +
+                           ", Uniform Lifetime Table",
+                       "Treas. Reg. 1.408-8(c)(1); 1.401(a)(9)-5(c)(1)"});
+      break;
+    case Basis::kSpouseChoiceNotComputed:
     case Basis::kNotComputedYet: return lines;
   }
   if (r.freshStart)
@@ -265,13 +301,25 @@ std::string Deadline(const GeneralInputs& gen, const YearRules& r) {
   switch (r.basis) {
     case Basis::kBeforeFirstYear:
     case Basis::kWaived:
-    case Basis::kSpouseNotYet: return "No distribution required for " + Year(r.year);
-    case Basis::kNotComputedYet: return "Not computed yet";
+    case Basis::kSpouseNotYet:
+    case Basis::kSpouseOwnNotYet: return "No distribution required for " + Year(r.year);
+    case Basis::kNotComputedYet:
+    case Basis::kSpouseChoiceNotComputed: return "Not computed yet";
     default: break;
   }
+  if (r.basis == Basis::kSpouseOwn && r.year == r.startYear)
+    return FormatMdy(RequiredBeginningDate(gen.SpouseBirthDate, gen.Age1959));
   if (OwnersYear(gen, r.year) && r.year == FirstDistributionYear(gen.OwnerBirthDate, gen.Age1959))
     return FormatMdy(RequiredBeginningDate(gen.OwnerBirthDate, gen.Age1959));
   return "12/31/" + Year(r.year);
+}
+
+bool IsNotComputed(Basis basis) {
+  return basis == Basis::kNotComputedYet || basis == Basis::kSpouseChoiceNotComputed;
+}
+
+std::string NotComputedText(const YearRules& r) {
+  return r.basis == Basis::kSpouseChoiceNotComputed ? kSpouseChoiceText : kDiedAfter2019Text;
 }
 
 std::string DeadlineSentence(const GeneralInputs& gen, const YearRules& r) {

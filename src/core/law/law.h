@@ -69,7 +69,11 @@ enum class Basis : std::int16_t {
   kSpouseYearly,     // died before 2020, spouse sole: spouse's figure each year
   kNonSpouse,        // died before 2020, non-spouse: beneficiary's figure, less 1 a year
   kNotComputedYet,   // died from 2020: the beneficiary rules are not computed yet
+  kSpouseOwnNotYet,  // died before 2020, spouse sole, treats the IRA as own: before the spouse's first year
+  kSpouseOwn,        // the same from the spouse's first year: Uniform Lifetime at the spouse's age
+  kSpouseChoiceNotComputed,  // the spouse chose the ten-year rule or to be treated as the owner
 };
+
 
 struct YearRules {
   Basis basis = Basis::kBeforeFirstYear;
@@ -83,8 +87,13 @@ struct YearRules {
   std::int16_t lookupAge = 0;
   bool freshStart = false;
   std::int16_t startYear = 0;  // a surviving spouse's first year
+  bool noDesignated = false;   // the beneficiary named is not an individual
 };
 YearRules OwnerSideRules(const GeneralInputs& gen, const IraRecord& ira, std::int16_t year);
+
+// The bases that give no figure at all, and what the reports say for them.
+bool IsNotComputed(Basis basis);
+std::string NotComputedText(const YearRules& rules);
 
 // The divisor the rules give (kNoTableValue when a table lacks the age);
 // never below one year, so the last year takes the balance.
@@ -104,7 +113,7 @@ std::string Deadline(const GeneralInputs& gen, const YearRules& rules);
 // deadline's own words when nothing is due.
 std::string DeadlineSentence(const GeneralInputs& gen, const YearRules& rules);
 
-// What the reports say for an account whose figure is not computed yet.
+// What the Projection report says under an account it cannot compute.
 extern const char* const kNotComputedYetText;
 // The note that replaces the excess distribution rows after 1996.
 extern const char* const kExcessRepealedText;

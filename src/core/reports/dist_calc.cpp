@@ -360,8 +360,8 @@ void CurrentLawSection(Section& s, const GeneralInputs& gen, const IraDistResult
   s.Add(kRuler);
   s.Add("Rules applied:");
   RuleLines(s, law::Explain(gen, r.Law));
-  if (r.Law.basis == Basis::kNotComputedYet) {
-    Note(s, law::kNotComputedYetText);
+  if (law::IsNotComputed(r.Law.basis)) {
+    Note(s, law::NotComputedText(r.Law));
     return;
   }
   if (r.AgesSupported == 0) return AgesNotSupported(s);
@@ -386,11 +386,14 @@ void CurrentLawSection(Section& s, const GeneralInputs& gen, const IraDistResult
     case Basis::kSpouseYearly:
       s.Divisor(Label("Single Life Table, spouse's age " + std::to_string(r.Law.spouseAge)), le);
       break;
+    case Basis::kSpouseOwn:
+      s.Divisor(Label("Uniform Lifetime Table, spouse's age " + std::to_string(r.Law.spouseAge)), le);
+      break;
     default:
       break;
   }
   const bool amount = r.Law.basis != Basis::kBeforeFirstYear && r.Law.basis != Basis::kWaived &&
-                      r.Law.basis != Basis::kSpouseNotYet;
+                      r.Law.basis != Basis::kSpouseNotYet && r.Law.basis != Basis::kSpouseOwnNotYet;
   s.Amount(BalanceLabel(gen), r.AdjustedBenefit);
   if (amount) {
     s.Divisor(Label("Divide by life expectancy"), le);

@@ -270,6 +270,8 @@ void IraBlock(BlockWriter& out, const GeneralInputs& gen, const IraRecord& ira) 
   const std::string rbdYear = Year(YearOf(rbd));
   out.Add("  1st Year Distributions (1/1-4/1/" + rbdYear +
           "): " + (IsEarly(gen) ? std::string("N/A") : "$" + FormatAmount(ira.FirstYearDist)));
+  if (law::UsesCurrentLaw(gen) && !IsEarly(gen) && ira.FirstYearDist != Money())
+    out.Add("  (Not used: under the law in force it does not reduce an IRA's balance.)");
   // The rate of return is used only by the projection.
   out.Add("  Rate Of Return: " + (gen.ProjectionYears > 0 ? FormatRate(ira.RateOfReturn) + "%" : std::string("N/A")));
   out.EmitAll();

@@ -155,7 +155,7 @@ Projection Project(Scenario& scenario) {
       const ProjCell& c = engineCells[i][y];
       std::array<Cell, kAccountRows>& cells = account.years[y];
       if (c.Distribution.Raw() == rep_calc::kProjStoppedRaw) continue;
-      if (c.Distribution.Raw() == rep_calc::kProjNotComputedRaw) {
+      if (c.NotComputed) {
         cells.fill(NotComputed());
         p.notComputedYet[y] = true;
         continue;

@@ -64,6 +64,8 @@ TEST_F(CurrentLawTest, OwnerSideToTheCent) {
     Basis basis;
     const char* gross;
     const char* deadline;
+    std::int16_t beneKind = kBeneIndividual;
+    std::int16_t spouseChoice = kSpouseRemainBeneficiary;
   } rows[] = {
       {"75 in 2026: Uniform 24.6; 500,000 / 24.6 = 20,325.2032", MakeDate(1951, 3, 15), kNoDate, kNoDate, kNoDate,
        false, false, 2026, "500000", "0", Basis::kUniform, "20325.20", "12/31/2026"},
@@ -102,9 +104,18 @@ TEST_F(CurrentLawTest, OwnerSideToTheCent) {
       {"no beneficiary, died 2018 at 78: 2022 table at 78 = 12.6, less 4 = 8.6; 86,000 / 8.6 = 10,000",
        MakeDate(1940, 1, 1), MakeDate(2018, 6, 1), kNoDate, kNoDate, false, false, 2022, "86000", "0",
        Basis::kOwnerRemaining, "10000.00", "12/31/2022"},
+      {"the same owner leaving the account to an estate: no designated beneficiary, the owner's 8.6",
+       MakeDate(1940, 1, 1), MakeDate(2018, 6, 1), kNoDate, MakeDate(2018, 6, 1), false, true, 2022, "86000", "0",
+       Basis::kOwnerRemaining, "10000.00", "12/31/2022", kBeneNotIndividual},
       {"spouse sole, owner died 2015: the spouse's figure each year, 2022 table at 75 = 14.8; 7,432.4324",
        MakeDate(1940, 1, 1), MakeDate(2015, 6, 1), MakeDate(1947, 1, 1), kNoDate, true, false, 2022, "110000", "0",
        Basis::kSpouseYearly, "7432.43", "12/31/2022"},
+      {"the same spouse treating it as her own: born 1947, 70 1/2 in 2017; 75 in 2022, Uniform 24.6; 4,471.5447",
+       MakeDate(1940, 1, 1), MakeDate(2015, 6, 1), MakeDate(1947, 1, 1), kNoDate, true, false, 2022, "110000", "0",
+       Basis::kSpouseOwn, "4471.54", "12/31/2022", kBeneIndividual, kSpouseTreatAsOwn},
+      {"a spouse born 1955 treating it as her own: nothing before her age 73, in 2028", MakeDate(1940, 1, 1),
+       MakeDate(2015, 6, 1), MakeDate(1955, 1, 1), kNoDate, true, false, 2022, "110000", "0",
+       Basis::kSpouseOwnNotYet, "0", "No distribution required for 2022", kBeneIndividual, kSpouseTreatAsOwn},
   };
   for (const Row& r : rows) {
     SCOPED_TRACE(r.name);
@@ -116,6 +127,8 @@ TEST_F(CurrentLawTest, OwnerSideToTheCent) {
     ira.SpouseBen = ToFlag(r.spouseBen);
     ira.OtherBen = ToFlag(r.otherBen);
     ira.BeneBirthDate = r.bene;
+    ira.BeneKind = r.beneKind;
+    ira.SpouseChoice = r.spouseChoice;
     ira.FirstYearDist = M(r.firstYearPaid);
     rep_calc::IraDistResults out;
     rep_calc::CalcIraDist(gen, ira, out, 0.0f);
@@ -126,6 +139,7 @@ TEST_F(CurrentLawTest, OwnerSideToTheCent) {
     EXPECT_EQ(out.GrossLater, M(r.gross));
     EXPECT_EQ(out.Gross1987, Money());
     EXPECT_EQ(law::Deadline(gen, out.Law), r.deadline);
+    EXPECT_EQ(rep_calc::DistDeadLine(gen, ira), r.deadline);
   }
 }
 
@@ -139,17 +153,38 @@ TEST_F(CurrentLawTest, DescribedRulesAreUntouchedBesideIt) {
   EXPECT_EQ(out.GrossLater, M("21834.06"));
 }
 
-TEST_F(CurrentLawTest, DeathAfter2019GivesNoFigure) {
-  GeneralInputs gen = Current(MakeDate(1945, 1, 1), 2025);
-  gen.OwnerDeathDate = MakeDate(2022, 3, 1);
-  IraRecord ira = Ira("300000");
-  ira.OtherBen = kTrue;
-  ira.BeneBirthDate = MakeDate(1975, 1, 1);
-  rep_calc::IraDistResults out;
-  rep_calc::CalcIraDist(gen, ira, out, 0.0f);
-  EXPECT_EQ(out.Law.basis, Basis::kNotComputedYet);
-  EXPECT_EQ(out.AgesSupported, kFalse);
-  EXPECT_EQ(out.GrossLater, Money());
+TEST_F(CurrentLawTest, WhatIsNotComputedYetGivesNoFigure) {
+  struct Row {
+    const char* name;
+    Date death;
+    bool spouse;
+    std::int16_t choice;
+    Basis basis;
+  } rows[] = {
+      {"died in 2022, a child inherits", MakeDate(2022, 3, 1), false, kSpouseRemainBeneficiary,
+       Basis::kNotComputedYet},
+      {"died in 2015, the spouse chose the ten-year rule", MakeDate(2015, 3, 1), true, kSpouseTenYear,
+       Basis::kSpouseChoiceNotComputed},
+      {"died in 2015, the spouse chose to be treated as the owner", MakeDate(2015, 3, 1), true,
+       kSpouseTreatedAsOwner, Basis::kSpouseChoiceNotComputed},
+  };
+  for (const Row& r : rows) {
+    SCOPED_TRACE(r.name);
+    GeneralInputs gen = Current(MakeDate(1945, 1, 1), 2025);
+    gen.OwnerDeathDate = r.death;
+    gen.SpouseBirthDate = MakeDate(1950, 1, 1);
+    IraRecord ira = Ira("300000");
+    ira.SpouseBen = ToFlag(r.spouse);
+    ira.OtherBen = ToFlag(!r.spouse);
+    ira.BeneBirthDate = MakeDate(1975, 1, 1);
+    ira.SpouseChoice = r.choice;
+    rep_calc::IraDistResults out;
+    rep_calc::CalcIraDist(gen, ira, out, 0.0f);
+    EXPECT_EQ(out.Law.basis, r.basis);
+    EXPECT_EQ(out.AgesSupported, kFalse);
+    EXPECT_EQ(out.GrossLater, Money());
+    EXPECT_EQ(law::Deadline(gen, out.Law), "Not computed yet");
+  }
 }
 
 TEST_F(CurrentLawTest, NoticeSeriesOnThe2022Tables) {

@@ -30,7 +30,9 @@ class CurrentLawReports : public ReportTest {
     gen.SpouseBen = kTrue;
     gen.SpouseBirthDate = D(11, 20, 1963);
     gen.ProjectionYears = 2;
-    AddIra("Spouse IRA", "400000").SpouseBen = kTrue;
+    IraRecord& spouse = AddIra("Spouse IRA", "400000");
+    spouse.SpouseBen = kTrue;
+    spouse.FirstYearDist = Money::FromString("1000");  // shown, and said not to count
     IraRecord& child = AddIra("Child IRA", "500000");
     child.OtherBen = kTrue;
     child.BeneficiaryName = FixedText("Sam", kBeneficiaryNameWidth);
@@ -47,7 +49,7 @@ TEST_F(CurrentLawReports, NameTheirRulesAndNoneThatDoNotGovernTheYear) {
   } rows[] = {
       {"inputs", DisplayInputs,
        {"Rules: the law in force in each distribution calendar year", "POST APPLICABLE AGE 73",
-        "1st Year Distributions (1/1-4/1/2025)"}},
+        "1st Year Distributions (1/1-4/1/2025): $1,000.00\r\n  (Not used: under the law in force it does not reduce"}},
       {"general information", DisplayGenInfo,
        {"Rules: the law in force", "(SECURE 2.0 Act sec. 107: applicable age 73)",
         "IRA Owner's Required Beginning Date: 04/01/2025", "First distribution calendar year: 2024",
@@ -103,6 +105,25 @@ TEST_F(CurrentLawReports, WaivedYearAndDeathAfter2019SaySoWithoutAFigure) {
     for (const std::string& p : r.present) EXPECT_NE(text.find(p), std::string::npos) << p;
     EXPECT_EQ(text.find(r.absent), std::string::npos) << text;
   }
+}
+
+TEST_F(CurrentLawReports, ProjectionShowsNoFigureForAnAccountNotComputedYet) {
+  gen.RuleSet = kRulesCurrent;
+  gen.DistType = kTrue;
+  gen.DCY = 2024;
+  gen.ProjectionYears = 2;
+  gen.OwnerBirthDate = D(1, 1, 1945);
+  gen.OwnerDeathDate = D(6, 1, 2021);
+  IraRecord& ira = AddIra("Inherited", "300000");
+  ira.OtherBen = kTrue;
+  ira.BeneBirthDate = D(1, 1, 1975);
+  AddIra("Own", "100000");  // no beneficiary named: not computed either, after a death in 2021
+  const std::string text = RunText(DisplayProjRpt, ReportMode::File);
+  // With no account left to project the table ends after its first year.
+  EXPECT_NE(text.find("Beg. Balance                       Not computed \r\n"), std::string::npos) << text;
+  EXPECT_NE(text.find("Total Distributions for year               0.00 \r\n"), std::string::npos);
+  EXPECT_NE(text.find("Not computed yet: see the Distribution Calculations report for the reason."),
+            std::string::npos);
 }
 
 }  // namespace
