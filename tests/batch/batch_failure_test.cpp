@@ -105,46 +105,73 @@ std::string AnnuityScenarioFile(const std::string& folder) {
   return path;
 }
 
-TEST(BatchFailures, MissingOrShortTablesAreReportedAndTheRunGoesOn) {
+std::string Damaged(const std::string& path) {
+  return "Damaged Table: The table file " + path + " is damaged: reinstall the program.\n";
+}
+
+// A missing or damaged table file keeps its described message, is named once
+// as damaged, every figure that needs it is withheld, and the run ends with
+// a status of its own. The other reports and figures are still written.
+TEST(BatchFailures, MissingOrDamagedTablesAreNamedAndTheirFiguresWithheld) {
   TempFolder folder;
   const std::string annuity = AnnuityScenarioFile(folder.Path());
+  const std::string lifeWithheld = "needs is missing or damaged. Please reinstall the program.";
+  const std::string factorWithheld = "Life Table 90CM Annuity Factor: not computable";
   struct Row {
     const char* name;
     std::vector<std::string> absent;
     std::vector<std::pair<std::string, std::uintmax_t>> cut;  // file and the size it is cut to
     std::string input;
-    int status;
     std::vector<std::string> errLines;  // the program folder's path stands for "$"
+    std::string shown, hidden;          // a text the report holds, and one it must not
   } rows[] = {
-      {"no life table: the lookups give 0 and the run goes on",
+      {"no life table",
        {"v86.tbl", "v02.tbl", "vi86.tbl", "vi02.tbl"},
        {},
        kCases + "/deceased-owner.ira",
-       0,
-       {NotFound("$/vi86.tbl"), NotFound("$/v86.tbl")}},
-      {"no life table: an amortization term of 0 is a reported error",
+       {NotFound("$/vi86.tbl"), Damaged("$/vi86.tbl"), NotFound("$/v86.tbl"), Damaged("$/v86.tbl")},
+       lifeWithheld,
+       "Divide by life expectancy"},
+      // Before, an amortization term of 0 was a division by zero.
+      {"no life table, early amortization",
        {"v86.tbl", "v02.tbl", "vi86.tbl", "vi02.tbl"},
        {},
        kCases + "/early-amortization.ira",
-       4,
-       {NotFound("$/vi86.tbl"), NotFound("$/v86.tbl"),
-        "Error 11 in DispCalcResults(): Division by zero in AmortizationPayment()\n",
-        "Error 11 in DisplayCalSumm(): Division by zero in AmortizationPayment()\n"}},
+       {NotFound("$/vi86.tbl"), Damaged("$/vi86.tbl"), NotFound("$/v86.tbl"), Damaged("$/v86.tbl")},
+       "Term or Life Expectancy (Years) using 2002 table: not computable",
+       "Calculated distribution:"},
       // Asked by the Inputs, Distribution Calculations and Calendar Year Summary reports.
-      {"no 90CM file: a warning and the grid's error, each time the factor is asked",
+      {"no 90CM file: the described warning each time the factor is asked",
        {"s-90cm.tbl"},
        {},
        annuity,
-       4,
-       {kNo90CM, kNo90CMGrid, kNo90CM, kNo90CMGrid, kNo90CM, kNo90CMGrid}},
-      {"short 90CM file: its missing factors are 0", {}, {{"s-90cm.tbl", 4000}}, annuity, 0, {}},
-      {"only the 2002 single table missing", {"v02.tbl"}, {}, kCases + "/deceased-owner.ira", 0, {NotFound("$/v02.tbl")}},
-      {"short life tables are read as far as they go",
+       {kNo90CM, Damaged("$/s-90cm.tbl"), kNo90CM, kNo90CM},
+       factorWithheld,
+       "Calculated distribution:"},
+      {"90CM file cut to 100 bytes", {}, {{"s-90cm.tbl", 100}}, annuity, {Damaged("$/s-90cm.tbl")}, factorWithheld,
+       "Calculated distribution:"},
+      {"only the 2002 single table missing",
+       {"v02.tbl"},
+       {},
+       kCases + "/deceased-owner.ira",
+       {NotFound("$/v02.tbl"), Damaged("$/v02.tbl")},
+       lifeWithheld,
+       "Divide by life expectancy"},
+      {"short life tables",
        {},
        {{"v02.tbl", 100}, {"vi02.tbl", 1001}, {"vi86.tbl", 0}},
        kCases + "/deceased-owner.ira",
-       0,
-       {}},
+       {Damaged("$/vi86.tbl"), Damaged("$/vi02.tbl"), Damaged("$/v02.tbl")},
+       lifeWithheld,
+       "Divide by life expectancy"},
+      // Before, life expectancies of 1.00 and the whole balance to pay out.
+      {"empty 2002 joint table, demonstration",
+       {},
+       {{"vi02.tbl", 0}},
+       kBuiltFolder + "/demo.ira",
+       {Damaged("$/vi02.tbl")},
+       lifeWithheld,
+       "Divide by life expectancy"},
   };
   for (const Row& r : rows) {
     SCOPED_TRACE(r.name);
@@ -165,9 +192,12 @@ TEST(BatchFailures, MissingOrShortTablesAreReportedAndTheRunGoesOn) {
       if (const auto at = line.find('$'); at != std::string::npos) line.replace(at, 1, programFolder.Path());
       expected += line;
     }
-    EXPECT_EQ(run.status, r.status);
+    EXPECT_EQ(run.status, 5);
     EXPECT_EQ(run.err, expected);
-    EXPECT_GT(fs::file_size(output), 1000u);  // every report written
+    const std::string report = ReadFileBytes(output);
+    EXPECT_GT(report.size(), 1000u);  // every report written
+    EXPECT_NE(report.find(r.shown), std::string::npos);
+    EXPECT_EQ(report.find(r.hidden), std::string::npos);
   }
 }
 

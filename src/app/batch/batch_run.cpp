@@ -13,6 +13,7 @@
 #include "core/reports/display_master.h"
 #include "core/scenario/file.h"
 #include "core/scenario/scenario.h"
+#include "core/tables/table_check.h"
 #include "core/tables/tables.h"
 
 namespace ira::app {
@@ -108,6 +109,7 @@ int RunBatch(const CommandLine& cl, std::ostream& err) {
     err << "tallyra: the output file " << cl.output << " cannot be written (" << reason << ")\n";
     return kExitOutputFailed;
   }
+  if (tables::AnyTableDamaged()) return kExitTableDamaged;
   return errors.count == 0 ? kExitOk : kExitReportError;
 }
 

@@ -11,6 +11,7 @@
 #include "core/base/messages.h"
 #include "core/tables/datefun.h"
 #include "core/tables/life_exp.h"
+#include "core/tables/table_check.h"
 
 namespace ira::rep_calc {
 
@@ -210,7 +211,9 @@ std::int16_t ChkAgesSupported(const GeneralInputs& gen, const IraRecord& ira, st
   return kTrue;
 }
 
-void CalcIraDist(const GeneralInputs& gen, const IraRecord& ira, IraDistResults& out, float percentOver) {
+namespace {
+
+void CalcIraDistOnTables(const GeneralInputs& gen, const IraRecord& ira, IraDistResults& out, float percentOver) {
   PickRbdMethod(gen, ira, out);
   PickDcyMethod(gen, ira, out);
   out.AgesSupported = ChkAgesSupported(gen, ira, out.Slot1987);
@@ -242,6 +245,22 @@ void CalcIraDist(const GeneralInputs& gen, const IraRecord& ira, IraDistResults&
   if (Has1987Amount(dcy)) {
     out.Gross1987 = std::max(out.Gross1987, Money());
     out.ToPay1987 = out.Gross1987 - out.DistributedThisYear;
+  }
+}
+
+}  // namespace
+
+void CalcIraDist(const GeneralInputs& gen, const IraRecord& ira, IraDistResults& out, float percentOver) {
+  const tables::UnusableReads reads;
+  try {
+    CalcIraDistOnTables(gen, ira, out, percentOver);
+  } catch (...) {
+    if (!reads.Any()) throw;  // a failure of its own, not of a table
+  }
+  // A figure that asked a missing or damaged table is withheld whole.
+  if (reads.Any()) {
+    out = IraDistResults{};
+    out.TableDamaged = true;
   }
 }
 

@@ -52,6 +52,9 @@ struct IraDistResults {
   Money DistributedThisYear;  // 12
   Money ToPay1987;            // 13 = 10 - 12
   Money ToPayLater;           // 14 = 11 - 12
+  // A table the computation needs is missing or damaged: AgesSupported is
+  // false and no figure is valid.
+  bool TableDamaged = false;
 };
 
 // Fills `out` for the scenario's DCY. percentOver is added on top of the

@@ -20,12 +20,20 @@ struct LifeTables {
 };
 
 const LifeTables& Tables();
-// Zeroes all four tables (as before loading).
+// Zeroes all four tables (as before loading), counts them usable and
+// forgets the damaged table files found so far.
 void ClearTables();
+
+// The four tables; one that a load found missing or damaged is not usable
+// until the next ClearTables.
+enum TableId : std::size_t { kSingle86, kSingle02, kJoint86, kJoint02, kTableCount };
+bool Usable(TableId id);
 
 // Load the joint files ("vi86.tbl", "vi02.tbl") and the single files
 // ("v86.tbl", "v02.tbl") from the program folder. A missing file gives the
-// "File not found" message and leaves that reader's tables at zero.
+// "File not found" message and leaves that reader's tables at zero; a
+// missing or damaged file (not as published, table_check.h) is also named in
+// the damaged message and its table (both, for a missing one) made unusable.
 void ReadTableVI();
 void ReadTableV();
 
