@@ -408,5 +408,40 @@ TEST(BatchOutput, StoppedRunLeavesNoTemporaryFile) {
   }
 }
 
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool kAddressSanitizer = true;  // its shadow memory needs the address space
+#else
+constexpr bool kAddressSanitizer = false;
+#endif
+
+// The largest projection a file can ask for (32,767 IRAs over 32,767 years)
+// is refused with a message before anything is allocated; the other reports
+// are written, within an address space of 1 GB.
+TEST(BatchOutput, ProjectionTooLargeIsRefusedBeforeAllocating) {
+  TempFolder folder;
+  Scenario s;
+  s.Gen.OwnerBirthDate = MakeDate(1930, 3, 1);
+  s.Gen.DCY = 2005;
+  s.Gen.DistType = -1;
+  s.Gen.ProjectionYears = 32767;
+  for (int i = 0; i < 32767; ++i) s.AddIra().Benefit = Money::FromWhole(1000);
+  const std::string input = folder.File("huge.ira");
+  WriteFileBytes(input, FileBytes(s, FileVersion::Current));
+  const ChildSetup capped{{}, [] {
+                            const rlimit limit{1u << 30, 1u << 30};
+                            if (!kAddressSanitizer && ::setrlimit(RLIMIT_AS, &limit) != 0) ::_exit(125);
+                          }};
+  const RunResult run = RunProgram(kBuiltFolder + "/tallyra", {"/silent", "/input", input, "/output", folder.File("out.txt")},
+                                   folder.File("err.txt"), 0, capped);
+  // 32,767 x 32,767 = 1,073,676,289 account-years.
+  const std::string text = "The projection of 32767 IRAs over 32767 years (1073676289 account-years) is too large to "
+                           "compute: at most 100000 account-years can be projected. Project fewer years or fewer IRAs.";
+  EXPECT_EQ(run.status, 4);
+  EXPECT_EQ(run.err, "Projection too large: " + text + "\n");
+  const std::string report = ReadFileBytes(folder.File("out.txt"));
+  EXPECT_NE(report.find("  " + text + "\r\n"), std::string::npos);
+  EXPECT_NE(report.find("IRA Owner's date of birth: 3/1/1930"), std::string::npos);
+}
+
 }  // namespace
 }  // namespace ira::testing

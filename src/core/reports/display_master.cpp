@@ -76,13 +76,12 @@ void PrintReport(const ReportEntry& entry, PrintDevice& printer) {
 }
 
 void FileReport(const ReportEntry& entry, const ReportTarget& target) {
-  TextSink sink(ReportMode::File);
+  TextSink sink(ReportMode::File, target.outputStream);
   entry.routine(sink);
-  if (target.outputStream == nullptr) {
+  if (target.outputStream == nullptr)
     WriteFile(target.outputFile, sink.Text(), "ab");
-  } else if (std::fwrite(sink.Text().data(), 1, sink.Text().size(), target.outputStream) != sink.Text().size()) {
-    throw FileError(kErrPathAccess, std::strerror(errno));
-  }
+  else
+    sink.Flush();
 }
 
 void RunReport(ReportMode mode, const ReportEntry& entry, const ReportTarget& target) {

@@ -7,6 +7,7 @@
 
 #include "core/base/calendar.h"
 #include "core/base/checked.h"
+#include "core/base/messages.h"
 #include "core/base/text.h"
 #include "core/engine/rep_calc.h"
 #include "core/reports/formats.h"
@@ -301,10 +302,26 @@ class PaperGroup {
 
 }  // namespace
 
+std::string ProjectionTooLargeText(const GeneralInputs& gen) {
+  return "The projection of " + std::to_string(gen.IraCount) + " IRAs over " + std::to_string(gen.ProjectionYears) +
+         " years (" + std::to_string(rep_calc::ProjectedAccountYears(gen)) +
+         " account-years) is too large to compute: at most " + std::to_string(rep_calc::kMaxProjectedAccountYears) +
+         " account-years can be projected. Project fewer years or fewer IRAs.";
+}
+
 void DisplayProjRpt(ReportSink& sink) {
   Scenario& scenario = TheScenario();
   const GeneralInputs& gen = scenario.Gen;
   if (gen.ProjectionYears < 1) return;
+  if (!rep_calc::ProjectionFits(gen)) {
+    const std::string text = ProjectionTooLargeText(gen);
+    ShowMessage(kProjTooLargeTitle, text, MsgIcon::Exclamation);
+    if (sink.Mode() != ReportMode::View) {
+      sink.Block(1, PageHeading{gen.OwnerName, gen.OtherInfo, Title(gen)});
+      sink.Line("  " + text);
+    }
+    return;
+  }
   const Projection p = Project(scenario);
   if (sink.Mode() == ReportMode::View) {
     ShowWindow(sink, gen, p);
