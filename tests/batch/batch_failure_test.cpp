@@ -372,21 +372,27 @@ TEST(BatchOutput, SpecialNamesAreRefusedOrWrittenAsTheyAre) {
             ReadFileBytes(std::string(TALLYRA_BATCH_CASES) + "/deceased-owner.expected.txt"));
 }
 
-// A run stopped by SIGTERM or SIGINT while it writes leaves no temporary file.
-TEST(BatchOutput, StoppedRunLeavesNoTemporaryFile) {
-  TempFolder folder;
+// A scenario file of `iras` equal accounts projected over `years`.
+std::string ProjectionFile(const TempFolder& folder, const char* name, int iras, int years) {
   Scenario s;
   s.Gen.OwnerBirthDate = MakeDate(1930, 3, 1);
   s.Gen.DCY = 2005;
   s.Gen.DistType = -1;
-  s.Gen.ProjectionYears = 100;
-  for (int i = 0; i < 2000; ++i) {
+  s.Gen.ProjectionYears = static_cast<std::int16_t>(years);
+  for (int i = 0; i < iras; ++i) {
     IraRecord& r = s.AddIra();
     r.Benefit = Money::FromWhole(100'000);
     r.RateOfReturn = 5;
   }
-  const std::string input = folder.File("big.ira");
-  WriteFileBytes(input, FileBytes(s, FileVersion::Current));
+  const std::string path = folder.File(name);
+  WriteFileBytes(path, FileBytes(s, FileVersion::Current));
+  return path;
+}
+
+// A run stopped by SIGTERM or SIGINT while it writes leaves no temporary file.
+TEST(BatchOutput, StoppedRunLeavesNoTemporaryFile) {
+  TempFolder folder;
+  const std::string input = ProjectionFile(folder, "big.ira", 2000, 100);
   for (int sig : {SIGTERM, SIGINT}) {
     SCOPED_TRACE(sig);
     const std::string errFile = kCases + "/stopped-err.txt";
@@ -419,14 +425,7 @@ constexpr bool kAddressSanitizer = false;
 // are written, within an address space of 1 GB.
 TEST(BatchOutput, ProjectionTooLargeIsRefusedBeforeAllocating) {
   TempFolder folder;
-  Scenario s;
-  s.Gen.OwnerBirthDate = MakeDate(1930, 3, 1);
-  s.Gen.DCY = 2005;
-  s.Gen.DistType = -1;
-  s.Gen.ProjectionYears = 32767;
-  for (int i = 0; i < 32767; ++i) s.AddIra().Benefit = Money::FromWhole(1000);
-  const std::string input = folder.File("huge.ira");
-  WriteFileBytes(input, FileBytes(s, FileVersion::Current));
+  const std::string input = ProjectionFile(folder, "huge.ira", 32767, 32767);
   const ChildSetup capped{{}, [] {
                             const rlimit limit{1u << 30, 1u << 30};
                             if (!kAddressSanitizer && ::setrlimit(RLIMIT_AS, &limit) != 0) ::_exit(125);
