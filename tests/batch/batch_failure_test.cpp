@@ -170,7 +170,7 @@ TEST(BatchFailures, MissingOrDamagedTablesAreNamedAndTheirFiguresWithheld) {
        {{"vi02.tbl", 0}},
        kBuiltFolder + "/demo.ira",
        {Damaged("$/vi02.tbl")},
-       lifeWithheld,
+       "Here a table file the figures need is missing or damaged: reinstall the program.",
        "Divide by life expectancy"},
   };
   for (const Row& r : rows) {
