@@ -19,7 +19,13 @@ namespace ira::tables {
 namespace {
 
 LifeTables g_tables;
-std::array<bool, kTableCount> g_usable{true, true, true, true};
+// Every table counts usable until a load finds its file missing or damaged
+// (filled whole, so that a table added to TableId starts usable too).
+std::array<bool, kTableCount> g_usable = [] {
+  std::array<bool, kTableCount> all;
+  all.fill(true);
+  return all;
+}();
 
 // Two sentences joined with no blank between them: the wording is deliberate.
 constexpr const char* kFileNotFoundTitle = "File not found";
