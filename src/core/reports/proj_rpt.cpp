@@ -14,6 +14,7 @@
 #include "core/reports/prnmastr.h"
 #include "core/scenario/scenario.h"
 #include "core/tables/datefun.h"
+#include "core/tables/table_check.h"
 
 namespace ira::reports {
 namespace {
@@ -284,7 +285,12 @@ class PaperGroup {
   void Footnotes() {
     std::vector<std::string> lines;
     if (Any(m_p.penalty, m_from, m_to)) lines.emplace_back(kPenaltyPaper);
-    if (Any(m_p.notComputable, m_from, m_to)) lines.insert(lines.end(), kNoDataPaper.begin(), kNoDataPaper.end());
+    if (Any(m_p.notComputable, m_from, m_to)) {
+      lines.insert(lines.end(), kNoDataPaper.begin(), kNoDataPaper.end());
+      // The ages may be fine: a table file the figures need may be the cause.
+      if (tables::AnyTableDamaged())
+        lines.emplace_back("   Or a table file the figures need is missing or damaged: reinstall the program.");
+    }
     if (Any(m_p.over59Half, m_from, m_to)) lines.emplace_back(kOver59Half);
     if (lines.empty()) return;
     m_sink.Block(static_cast<int>(lines.size()) + 1, m_heading);
