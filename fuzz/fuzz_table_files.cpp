@@ -2,8 +2,9 @@
 // rest is its whole content. The file replaces the built one in a program
 // folder of its own, the tables are loaded as at start-up, and every reader
 // of them runs: the lookups, the 90CM factors and the engine on a few fixed
-// scenarios. A damaged table may give wrong figures or reported errors, but
-// never a crash, an unreported overflow or undefined behaviour.
+// scenarios. A table file other than the one built is refused as damaged and
+// the figures that need it are withheld: never a crash, an unreported
+// overflow or undefined behaviour.
 #include <stdlib.h>
 
 #include <array>

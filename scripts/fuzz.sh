@@ -33,7 +33,7 @@ for run in "scenario_file 4096" "table_files 100000"; do
   read -r target maxlen <<<"$run"
   echo "== fuzz_$target for ${seconds}s"
   "$build/bin/fuzz_$target" -max_total_time="$seconds" -max_len="$maxlen" -timeout=10 \
-    -rss_limit_mb=2048 -print_final_stats=1 -artifact_prefix="$build/crashes/$target-" \
+    -rss_limit_mb=1024 -malloc_limit_mb=256 -print_final_stats=1 -artifact_prefix="$build/crashes/$target-" \
     "$corpus/$target" 2>"$build/fuzz_$target.log" || status=1
   grep -E '^stat::(number_of_executed_units|average_exec_per_sec|new_units_added)|^#[0-9]+.*DONE' \
     "$build/fuzz_$target.log" || true

@@ -105,56 +105,99 @@ std::string AnnuityScenarioFile(const std::string& folder) {
   return path;
 }
 
-TEST(BatchFailures, MissingOrShortTablesAreReportedAndTheRunGoesOn) {
+std::string Damaged(const std::string& path) {
+  return "Damaged Table: The table file " + path + " is damaged: reinstall the program.\n";
+}
+
+// A missing or damaged table file keeps its described message, is named once
+// as damaged, every figure that needs it is withheld, and the run ends with
+// a status of its own. The other reports and figures are still written.
+TEST(BatchFailures, MissingOrDamagedTablesAreNamedAndTheirFiguresWithheld) {
   TempFolder folder;
   const std::string annuity = AnnuityScenarioFile(folder.Path());
+  const std::string lifeWithheld = "needs is missing or damaged. Please reinstall the program.";
+  const std::string factorWithheld = "Life Table 90CM Annuity Factor: not computable";
   struct Row {
     const char* name;
     std::vector<std::string> absent;
     std::vector<std::pair<std::string, std::uintmax_t>> cut;  // file and the size it is cut to
     std::string input;
-    int status;
     std::vector<std::string> errLines;  // the program folder's path stands for "$"
+    std::string shown, hidden;          // a text the report holds, and one it must not
   } rows[] = {
-      {"no life table: the lookups give 0 and the run goes on",
+      {"no life table",
        {"v86.tbl", "v02.tbl", "vi86.tbl", "vi02.tbl"},
        {},
        kCases + "/deceased-owner.ira",
-       0,
-       {NotFound("$/vi86.tbl"), NotFound("$/v86.tbl")}},
-      {"no life table: an amortization term of 0 is a reported error",
+       {NotFound("$/vi86.tbl"), Damaged("$/vi86.tbl"), NotFound("$/v86.tbl"), Damaged("$/v86.tbl")},
+       lifeWithheld,
+       "Divide by life expectancy"},
+      // Before, an amortization term of 0 was a division by zero.
+      {"no life table, early amortization",
        {"v86.tbl", "v02.tbl", "vi86.tbl", "vi02.tbl"},
        {},
        kCases + "/early-amortization.ira",
-       4,
-       {NotFound("$/vi86.tbl"), NotFound("$/v86.tbl"),
-        "Error 11 in DispCalcResults(): Division by zero in AmortizationPayment()\n",
-        "Error 11 in DisplayCalSumm(): Division by zero in AmortizationPayment()\n"}},
+       {NotFound("$/vi86.tbl"), Damaged("$/vi86.tbl"), NotFound("$/v86.tbl"), Damaged("$/v86.tbl")},
+       "Term or Life Expectancy (Years) using 2002 table: not computable",
+       "Calculated distribution:"},
       // Asked by the Inputs, Distribution Calculations and Calendar Year Summary reports.
-      {"no 90CM file: a warning and the grid's error, each time the factor is asked",
+      {"no 90CM file: the described warning each time the factor is asked",
        {"s-90cm.tbl"},
        {},
        annuity,
-       4,
-       {kNo90CM, kNo90CMGrid, kNo90CM, kNo90CMGrid, kNo90CM, kNo90CMGrid}},
-      {"short 90CM file: its missing factors are 0", {}, {{"s-90cm.tbl", 4000}}, annuity, 0, {}},
-      {"only the 2002 single table missing", {"v02.tbl"}, {}, kCases + "/deceased-owner.ira", 0, {NotFound("$/v02.tbl")}},
-      // The tables of 2022 are read after the others, each on its own.
-      {"the 2022 tables missing", {"v22.tbl", "ul22.tbl"}, {}, kCases + "/deceased-owner.ira", 0,
-       {NotFound("$/v22.tbl"), NotFound("$/ul22.tbl")}},
-      {"short life tables are read as far as they go",
+       {kNo90CM, Damaged("$/s-90cm.tbl"), kNo90CM, kNo90CM},
+       factorWithheld,
+       "Calculated distribution:"},
+      {"90CM file cut to 100 bytes", {}, {{"s-90cm.tbl", 100}}, annuity, {Damaged("$/s-90cm.tbl")}, factorWithheld,
+       "Calculated distribution:"},
+      {"only the 2002 single table missing",
+       {"v02.tbl"},
+       {},
+       kCases + "/deceased-owner.ira",
+       {NotFound("$/v02.tbl"), Damaged("$/v02.tbl")},
+       lifeWithheld,
+       "Divide by life expectancy"},
+      {"short life tables",
        {},
        {{"v02.tbl", 100}, {"vi02.tbl", 1001}, {"vi86.tbl", 0}},
        kCases + "/deceased-owner.ira",
-       0,
-       {}},
+       {Damaged("$/vi86.tbl"), Damaged("$/vi02.tbl"), Damaged("$/v02.tbl")},
+       lifeWithheld,
+       "Divide by life expectancy"},
+      // Before, life expectancies of 1.00 and the whole balance to pay out.
+      {"empty 2002 joint table, described rules",
+       {},
+       {{"vi02.tbl", 0}},
+       kCases + "/demo-2005.ira",
+       {Damaged("$/vi02.tbl")},
+       "Here a table file the figures need is missing or damaged: reinstall the program.",
+       "Divide by life expectancy"},
+      // The demonstration's two accounts on the joint table are withheld;
+      // the one on the Uniform Lifetime Table is still computed.
+      {"empty 2022 joint table, law in force",
+       {},
+       {{"vi22.tbl", 0}},
+       kBuiltFolder + "/demo.ira",
+       {Damaged("$/vi22.tbl")},
+       "Here a table file the figures need is missing or damaged: reinstall the program.",
+       "Joint and Last Survivor Table, ages 75/63"},
+      // The tables of 2022 are read after the others, each on its own; a
+      // scenario under the described rules does not need them.
+      {"the 2022 tables missing",
+       {"v22.tbl", "ul22.tbl"},
+       {},
+       kCases + "/deceased-owner.ira",
+       {NotFound("$/v22.tbl"), Damaged("$/v22.tbl"), NotFound("$/ul22.tbl"), Damaged("$/ul22.tbl")},
+       "Divide by life expectancy",
+       lifeWithheld},
   };
   for (const Row& r : rows) {
     SCOPED_TRACE(r.name);
     TempFolder programFolder;
     const std::string program = programFolder.File("tallyra");
     fs::copy_file(kBuiltFolder + "/tallyra", program);
-    for (const char* table : {"v86.tbl", "v02.tbl", "vi86.tbl", "vi02.tbl", "s-90cm.tbl", "v22.tbl", "vi22.tbl", "ul22.tbl"}) {
+    for (const char* table :
+         {"v86.tbl", "v02.tbl", "vi86.tbl", "vi02.tbl", "s-90cm.tbl", "v22.tbl", "vi22.tbl", "ul22.tbl"}) {
       if (std::find(r.absent.begin(), r.absent.end(), table) == r.absent.end())
         fs::copy_file(kBuiltFolder + "/" + table, programFolder.File(table));
     }
@@ -168,9 +211,15 @@ TEST(BatchFailures, MissingOrShortTablesAreReportedAndTheRunGoesOn) {
       if (const auto at = line.find('$'); at != std::string::npos) line.replace(at, 1, programFolder.Path());
       expected += line;
     }
-    EXPECT_EQ(run.status, r.status);
+    EXPECT_EQ(run.status, 5);
     EXPECT_EQ(run.err, expected);
-    EXPECT_GT(fs::file_size(output), 1000u);  // every report written
+    const std::string report = ReadFileBytes(output);
+    EXPECT_GT(report.size(), 1000u);  // every report written
+    EXPECT_NE(report.find(r.shown), std::string::npos);
+    EXPECT_EQ(report.find(r.hidden), std::string::npos);
+    if (r.input.ends_with("demo.ira")) {  // projected: its footnote gives the cause too
+      EXPECT_NE(report.find("   Or a table file the figures need is missing or damaged"), std::string::npos);
+    }
   }
 }
 
@@ -345,21 +394,27 @@ TEST(BatchOutput, SpecialNamesAreRefusedOrWrittenAsTheyAre) {
             ReadFileBytes(std::string(TALLYRA_BATCH_CASES) + "/deceased-owner.expected.txt"));
 }
 
-// A run stopped by SIGTERM or SIGINT while it writes leaves no temporary file.
-TEST(BatchOutput, StoppedRunLeavesNoTemporaryFile) {
-  TempFolder folder;
+// A scenario file of `iras` equal accounts projected over `years`.
+std::string ProjectionFile(const TempFolder& folder, const char* name, int iras, int years) {
   Scenario s;
   s.Gen.OwnerBirthDate = MakeDate(1930, 3, 1);
   s.Gen.DCY = 2005;
   s.Gen.DistType = -1;
-  s.Gen.ProjectionYears = 100;
-  for (int i = 0; i < 2000; ++i) {
+  s.Gen.ProjectionYears = static_cast<std::int16_t>(years);
+  for (int i = 0; i < iras; ++i) {
     IraRecord& r = s.AddIra();
     r.Benefit = Money::FromWhole(100'000);
     r.RateOfReturn = 5;
   }
-  const std::string input = folder.File("big.ira");
-  WriteFileBytes(input, FileBytes(s, FileVersion::Current));
+  const std::string path = folder.File(name);
+  WriteFileBytes(path, FileBytes(s, FileVersion::Current));
+  return path;
+}
+
+// A run stopped by SIGTERM or SIGINT while it writes leaves no temporary file.
+TEST(BatchOutput, StoppedRunLeavesNoTemporaryFile) {
+  TempFolder folder;
+  const std::string input = ProjectionFile(folder, "big.ira", 2000, 100);
   for (int sig : {SIGTERM, SIGINT}) {
     SCOPED_TRACE(sig);
     const std::string errFile = kCases + "/stopped-err.txt";
@@ -379,6 +434,34 @@ TEST(BatchOutput, StoppedRunLeavesNoTemporaryFile) {
     EXPECT_TRUE(WIFSIGNALED(raw) && WTERMSIG(raw) == sig);
     EXPECT_EQ(FolderContent(folder.Path()), std::vector<std::string>{"big.ira"});
   }
+}
+
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool kAddressSanitizer = true;  // its shadow memory needs the address space
+#else
+constexpr bool kAddressSanitizer = false;
+#endif
+
+// The largest projection a file can ask for (32,767 IRAs over 32,767 years)
+// is refused with a message before anything is allocated; the other reports
+// are written, within an address space of 1 GB.
+TEST(BatchOutput, ProjectionTooLargeIsRefusedBeforeAllocating) {
+  TempFolder folder;
+  const std::string input = ProjectionFile(folder, "huge.ira", 32767, 32767);
+  const ChildSetup capped{{}, [] {
+                            const rlimit limit{1u << 30, 1u << 30};
+                            if (!kAddressSanitizer && ::setrlimit(RLIMIT_AS, &limit) != 0) ::_exit(125);
+                          }};
+  const RunResult run = RunProgram(kBuiltFolder + "/tallyra", {"/silent", "/input", input, "/output", folder.File("out.txt")},
+                                   folder.File("err.txt"), 0, capped);
+  // 32,767 x 32,767 = 1,073,676,289 account-years.
+  const std::string text = "The projection of 32767 IRAs over 32767 years (1073676289 account-years) is too large to "
+                           "compute: at most 100000 account-years can be projected. Project fewer years or fewer IRAs.";
+  EXPECT_EQ(run.status, 4);
+  EXPECT_EQ(run.err, "Projection too large: " + text + "\n");
+  const std::string report = ReadFileBytes(folder.File("out.txt"));
+  EXPECT_NE(report.find("  " + text + "\r\n"), std::string::npos);
+  EXPECT_NE(report.find("IRA Owner's date of birth: 3/1/1930"), std::string::npos);
 }
 
 }  // namespace

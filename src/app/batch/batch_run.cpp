@@ -11,9 +11,11 @@
 #include "app/batch/output_file.h"
 #include "core/base/errors.h"
 #include "core/base/messages.h"
+#include "core/engine/rep_calc.h"
 #include "core/reports/display_master.h"
 #include "core/scenario/file.h"
 #include "core/scenario/scenario.h"
+#include "core/tables/table_check.h"
 #include "core/tables/tables.h"
 
 namespace ira::app {
@@ -120,7 +122,10 @@ int RunBatch(const CommandLine& cl, std::ostream& err) {
       return kExitOutputFailed;
     }
   }
-  return errors.count == 0 ? kExitOk : kExitReportError;
+  if (tables::AnyTableDamaged()) return kExitTableDamaged;
+  // A projection too large to compute is a report that could not be made.
+  const bool projectionRefused = reports::ProjectionModeOn() && !rep_calc::ProjectionFits(TheScenario().Gen);
+  return errors.count == 0 && !projectionRefused ? kExitOk : kExitReportError;
 }
 
 std::string ExecutableFolder(const char* argv0) {

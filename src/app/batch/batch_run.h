@@ -19,6 +19,7 @@ enum ExitStatus : int {
   kExitUsage = 2,         // a bad command line
   kExitOutputFailed = 3,  // the output file cannot be written
   kExitReportError = 4,   // a report failed; the others were written
+  kExitTableDamaged = 5,  // a table file is missing or damaged: figures that need it are withheld
   kExitUnexpected = 70,   // an error nobody expected, caught at the top
 };
 

@@ -158,6 +158,10 @@ void CalcProjResults(Scenario& scenario, ProjCells& cells, std::vector<ProjYearT
     g_lastProjYear = CheckedInt16(static_cast<long long>(gen.ProjectionYears) - 1, kWhere);
     g_overflowYear = 0;
     if (gen.IraCount == 0 || gen.ProjectionYears < 1) return;
+    if (!ProjectionFits(gen)) {
+      g_lastProjYear = -1;  // checked before anything is allocated
+      return;
+    }
     Project(scenario, cells, totals);
   } catch (const std::exception& e) {
     ReportUnexpected(kWhere, e);

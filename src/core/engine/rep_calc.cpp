@@ -11,6 +11,7 @@
 #include "core/base/messages.h"
 #include "core/tables/datefun.h"
 #include "core/tables/life_exp.h"
+#include "core/tables/table_check.h"
 
 namespace ira::rep_calc {
 
@@ -300,7 +301,9 @@ std::int16_t ChkAgesSupported(const GeneralInputs& gen, const IraRecord& ira, st
   return kTrue;
 }
 
-void CalcIraDist(const GeneralInputs& gen, const IraRecord& ira, IraDistResults& out, float percentOver) {
+namespace {
+
+void CalcIraDistOnTables(const GeneralInputs& gen, const IraRecord& ira, IraDistResults& out, float percentOver) {
   // The law in force branches here, before any described step, so no
   // figure of the described rules can move.
   if (law::ComputesRequiredYear(gen, gen.DCY)) return CalcCurrentLaw(gen, ira, out, percentOver);
@@ -336,6 +339,27 @@ void CalcIraDist(const GeneralInputs& gen, const IraRecord& ira, IraDistResults&
   if (Has1987Amount(dcy)) {
     out.Gross1987 = std::max(out.Gross1987, Money());
     out.ToPay1987 = out.Gross1987 - out.DistributedThisYear;
+  }
+}
+
+}  // namespace
+
+void CalcIraDist(const GeneralInputs& gen, const IraRecord& ira, IraDistResults& out, float percentOver) {
+  const tables::UnusableReads reads;
+  try {
+    CalcIraDistOnTables(gen, ira, out, percentOver);
+  } catch (...) {
+    if (!reads.Any()) throw;  // a failure of its own, not of a table
+  }
+  // A figure that asked a missing or damaged table is withheld whole.
+  // Which rules applied is kept, so the report still names them.
+  if (reads.Any()) {
+    IraDistResults withheld;
+    withheld.CurrentLaw = out.CurrentLaw;
+    withheld.NoticeSeries = out.NoticeSeries;
+    withheld.Law = out.Law;
+    withheld.TableDamaged = true;
+    out = withheld;
   }
 }
 

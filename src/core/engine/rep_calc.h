@@ -59,6 +59,9 @@ struct IraDistResults {
   bool NoticeSeries = false;
   bool NoAnnuityFactor = false;  // a Notice series by the annuity method without the user's factor
   law::YearRules Law;
+  // A table the computation needs is missing or damaged: AgesSupported is
+  // false and no figure is valid.
+  bool TableDamaged = false;
 };
 
 // Fills `out` for the scenario's DCY. percentOver is added on top of the
@@ -115,7 +118,20 @@ using ProjCells = std::vector<std::vector<ProjCell>>;  // [IRA][year index]
 // Rolls every IRA of the scenario forward; writes the first-year
 // distributions back into the scenario as the rules require. Unexpected
 // errors (an overflow) are reported here; the arrays keep what was filled.
+// A projection larger than ProjectionFits allows is not computed: the
+// arrays stay empty and no year holds data.
 void CalcProjResults(Scenario& scenario, ProjCells& cells, std::vector<ProjYearTotals>& totals);
+
+// The most account-years (IRAs x projection years) a projection holds: its
+// cells and the report's text of them stay within a few tens of megabytes.
+// A file may ask for 32,767 of each, a billion account-years.
+inline constexpr long long kMaxProjectedAccountYears = 100'000;
+inline long long ProjectedAccountYears(const GeneralInputs& gen) {
+  return static_cast<long long>(gen.IraCount) * gen.ProjectionYears;
+}
+inline bool ProjectionFits(const GeneralInputs& gen) {
+  return ProjectedAccountYears(gen) <= kMaxProjectedAccountYears;
+}
 // Whether a projected year takes the later (2001/2002) amount rather than the
 // 1987 one: required distributions from 2001, early ones from 2002.
 inline bool ProjectionUsesLaterRules(std::int16_t distType, std::int16_t year) {

@@ -26,6 +26,8 @@ constexpr const char* kNotComputable = "*";
 constexpr const char* kScreenFootnote =
     "* Calculations can not be made for this account because either the Owner's or a Beneficiary's age is "
     "not         supported by this system's life expectancy tables. Totals do not include this account.";
+// Added to the footnote when the reason is a missing or damaged table file.
+constexpr const char* kTableFootnote = "Here a table file the figures need is missing or damaged: reinstall the program.";
 const std::array<const char*, 3> kPaperFootnote = {
     "* Calculations can not be made for this account because either the Owner's or a ",
     "    beneficiary's age is not supported by this system's life-expectancy tables. ",
@@ -90,6 +92,7 @@ struct Account {
   std::string name;
   IraDistResults results;
   bool Computable() const { return results.AgesSupported != 0; }
+  bool TableDamaged() const { return results.TableDamaged; }
   Amounts Under(Rules rules) const {
     const IraDistResults& r = results;
     return rules == Rules::Later ? Amounts{r.AdjustedBenefit, r.GrossLater, r.DistributedThisYear, r.ToPayLater}
@@ -132,11 +135,13 @@ void ShowWindow(ReportSink& sink, const GeneralInputs& gen, const std::vector<Ac
                         "Net" + nl + word + nl + "Distribution"});
   Amounts totals;
   bool someNotComputable = false;
+  bool someTableDamaged = false;
   for (const Account& a : accounts) {
     std::vector<std::string>& row = grid.cells.emplace_back();
     row.push_back(RTrim(a.name));
     if (!a.Computable()) {
       someNotComputable = true;
+      someTableDamaged = someTableDamaged || a.TableDamaged();
       row.insert(row.end(), 4, kNotComputable);
       continue;
     }
@@ -157,7 +162,8 @@ void ShowWindow(ReportSink& sink, const GeneralInputs& gen, const std::vector<Ac
     return;
   }
   grid.labels.push_back({"lblRegUsed", std::string("COMPUTED USING ") + regYear + " PROPOSED REGULATIONS", true});
-  grid.labels.push_back({"lblNoData", kScreenFootnote, someNotComputable});
+  grid.labels.push_back({"lblNoData", kScreenFootnote + (someTableDamaged ? " " + std::string(kTableFootnote) : ""),
+                         someNotComputable});
   sink.ShowGrid(std::move(grid));
 }
 
@@ -193,10 +199,12 @@ void PrintSection(ReportSink& sink, const PageHeading& heading, const GeneralInp
 
   Amounts totals;
   bool someNotComputable = false;
+  bool someTableDamaged = false;
   for (const Account& a : accounts) {
     sink.Block(1, heading);
     if (!a.Computable()) {
       someNotComputable = true;
+      someTableDamaged = someTableDamaged || a.TableDamaged();
       sink.Line(PaperLine(a.name, {kNotComputable, kNotComputable, kNotComputable, kNotComputable}));
       continue;
     }
@@ -212,12 +220,13 @@ void PrintSection(ReportSink& sink, const PageHeading& heading, const GeneralInp
   line(kDoubleRule);
 
   if (someNotComputable) {
-    sink.Block(4, heading);
+    sink.Block(someTableDamaged ? 5 : 4, heading);
     line("");
     if (CurrentLaw(gen))
       for (const char* text : kCurrentPaperFootnote) line(text);
     else
       for (const char* text : kPaperFootnote) line(text);
+    if (someTableDamaged) line(std::string("    ") + kTableFootnote);
   }
 }
 

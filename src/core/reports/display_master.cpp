@@ -76,10 +76,17 @@ void PrintReport(const ReportEntry& entry, PrintDevice& printer) {
   }
 }
 
-// File mode hands each report's text to `emit` as soon as it is finished.
+// File mode: given an output stream, a report's text goes out as it is made;
+// otherwise each report's whole text is handed to `emit` once it is finished.
 using FileEmit = std::function<void(const std::string&)>;
 
-void FileReport(const ReportEntry& entry, const FileEmit& emit) {
+void FileReport(const ReportEntry& entry, const ReportTarget& target, const FileEmit& emit) {
+  if (target.outputStream != nullptr) {
+    TextSink sink(ReportMode::File, target.outputStream);
+    entry.routine(sink);
+    sink.Flush();
+    return;
+  }
   TextSink sink(ReportMode::File);
   entry.routine(sink);
   emit(sink.Text());
@@ -95,7 +102,7 @@ void RunReport(ReportMode mode, const ReportEntry& entry, const ReportTarget& ta
         PrintReport(entry, *target.printer);
         break;
       case ReportMode::File:
-        FileReport(entry, emit);
+        FileReport(entry, target, emit);
         break;
     }
   } catch (const FileError&) {
@@ -150,12 +157,7 @@ void DisplayMaster(ReportMode mode, int flags, const ReportTarget& target, const
   if (flags <= 0) return;
   CheckTarget(mode, target);
   FileEmit emit;
-  if (mode == ReportMode::File && target.outputStream != nullptr) {
-    emit = [&target](const std::string& text) {
-      if (std::fwrite(text.data(), 1, text.size(), target.outputStream) != text.size())
-        throw FileError(kErrPathAccess, std::strerror(errno));
-    };
-  } else if (mode == ReportMode::File) {
+  if (mode == ReportMode::File && target.outputStream == nullptr) {
     WriteFile(target.outputFile, "", "wb");
     emit = [&target](const std::string& text) { WriteFile(target.outputFile, text, "ab"); };
   }

@@ -10,10 +10,12 @@
 //            document ends with PrnManager2(-100). A printer failure shows
 //            "PRINTER ERROR" and stops that report only. The Projection report
 //            without projection mode is left out.
-//   - File:  the reports' texts, one after the other, are written to the
-//            output file in one go (grid reports in printed layout without
-//            page headings or numbers). The Projection report without
-//            projection mode is left out.
+//   - File:  the output file is created empty, then each report's text is
+//            appended to it (grid reports in printed layout without page
+//            headings or numbers). The Projection report without projection
+//            mode is left out. Given an output stream, each report's text
+//            goes out as it is made (a report that fails part way leaves the
+//            lines it made before the failure).
 // Any other failure in a report is handed to the error report with the
 // report's routine name, and the next report runs.
 #pragma once

@@ -15,6 +15,7 @@
 #include "core/scenario/scenario.h"
 #include "core/tables/datefun.h"
 #include "core/tables/life_exp.h"
+#include "core/tables/table_check.h"
 
 namespace ira::reports {
 namespace {
@@ -65,7 +66,17 @@ class Section {
   std::vector<std::string> m_lines;
 };
 
-void AgesNotSupported(Section& s) {
+const char* const kTableDamaged[] = {
+    "Calculations can not be performed for this account: a table file it ",
+    "needs is missing or damaged. Please reinstall the program.",
+};
+
+// Why an account has no figures: its ages, or a table it needs.
+void AgesNotSupported(Section& s, const IraDistResults& r) {
+  if (r.TableDamaged) {
+    for (const char* line : kTableDamaged) s.Add(line);
+    return;
+  }
   for (const char* line : kAgesNotSupported) s.Add(line);
 }
 
@@ -101,6 +112,15 @@ void RuleLines(Section& s, const std::vector<law::RuleLine>& lines) {
     s.Add(" " + line.what);
     s.Add("   (" + line.citation + ")");
   }
+}
+
+// A table figure printed on its own, or "not computable" when a table it
+// asks is missing or damaged.
+template <typename Lookup>
+std::string TableFigure(Lookup lookup) {
+  const tables::UnusableReads reads;
+  const float value = static_cast<float>(lookup());
+  return reads.Any() ? std::string(tables::kNotComputable) : NumberText(value);
 }
 
 // The arithmetic from the December 31 balance to the amount to be paid out.
@@ -176,7 +196,7 @@ void LifeExpList1987(Section& s, const GeneralInputs& gen, const IraRecord& ira,
 }
 
 void Section1987(Section& s, const GeneralInputs& gen, const IraRecord& ira, const IraDistResults& r) {
-  if (r.AgesSupported == 0) return AgesNotSupported(s);
+  if (r.AgesSupported == 0) return AgesNotSupported(s, r);
   s.Add(kRuler);
   s.Add("The following computation follows the 1987");
   s.Add("proposed regulations that must be used for");
@@ -260,7 +280,7 @@ bool LaterLifeExp(Section& s, const GeneralInputs& gen, const IraRecord& ira, co
 }
 
 void Post2001MinDist(Section& s, const GeneralInputs& gen, const IraRecord& ira, const IraDistResults& r) {
-  if (r.AgesSupported == 0) return AgesNotSupported(s);
+  if (r.AgesSupported == 0) return AgesNotSupported(s, r);
   s.Add(kRuler);
   if (gen.DCY >= 2002) {
     s.Add("The following computation follows the 2002");
@@ -285,7 +305,7 @@ void Post2001MinDist(Section& s, const GeneralInputs& gen, const IraRecord& ira,
 
 // The level payment of an amortization or annuity series.
 void EarlyAmounts(Section& s, const GeneralInputs& gen, const IraDistResults& r) {
-  if (r.AgesSupported == 0) return AgesNotSupported(s);
+  if (r.AgesSupported == 0) return AgesNotSupported(s, r);
   const bool later = rep_calc::HasLaterAmount(gen.DCY);
   s.Amount("Calculated distribution:                        ", later ? r.GrossLater : r.Gross1987);
   s.Amount("Less, distributions made during year:           ", r.DistributedThisYear);
@@ -339,15 +359,15 @@ void EarlyHeading(Section& s, const GeneralInputs& gen) {
     s.Add("Method Used: Amortization");
     s.Add("Reasonable Interest Rate: " + FormatRate(gen.IntRate) + "%");
     s.Add("Term or Life Expectancy (Years) using 1986 table: " +
-          NumberText(life_exp::GetSingleLifeExp(age, life_exp::kTables1986)));
+          TableFigure([&] { return life_exp::GetSingleLifeExp(age, life_exp::kTables1986); }));
     s.Add("Term or Life Expectancy (Years) using 2002 table: " +
-          NumberText(life_exp::GetSingleLifeExp(age, life_exp::kTables2002)));
+          TableFigure([&] { return life_exp::GetSingleLifeExp(age, life_exp::kTables2002); }));
   } else {
     s.Add("Method Used: Annuity");
     if (gen.AnnuityOverride != 0)
       s.Add("Annuity Factor(provided by user): " + NumberText(gen.AnnuityFactor));
     else
-      s.Add("Life Table 90CM Annuity Factor: " + NumberText(rep_calc::EarlyAnnuityFactor(gen)));
+      s.Add("Life Table 90CM Annuity Factor: " + TableFigure([&] { return rep_calc::EarlyAnnuityFactor(gen); }));
   }
 }
 
@@ -364,7 +384,7 @@ void CurrentLawSection(Section& s, const GeneralInputs& gen, const IraDistResult
     Note(s, law::NotComputedText(r.Law));
     return;
   }
-  if (r.AgesSupported == 0) return AgesNotSupported(s);
+  if (r.AgesSupported == 0) return AgesNotSupported(s, r);
   const float le = r.DcyLifeExp[r.SlotLater];
   const std::string owner = std::to_string(r.Law.ownerAge);
   switch (r.Law.basis) {
@@ -414,7 +434,7 @@ void NoticeSeriesSection(Section& s, const GeneralInputs& gen, const IraDistResu
     Note(s, law::kNoAnnuityFactorText);
     return;
   }
-  if (r.AgesSupported == 0) return AgesNotSupported(s);
+  if (r.AgesSupported == 0) return AgesNotSupported(s, r);
   if (gen.EarlyMethod == kMethodMinimum) {
     s.Amount(BalanceLabel(gen), r.AdjustedBenefit);
     s.Divisor(Label("Divide by life expectancy"), r.DcyLifeExp[rep_calc::kSlotOwnerSingle]);

@@ -7,6 +7,7 @@
 
 #include "core/base/calendar.h"
 #include "core/base/checked.h"
+#include "core/base/messages.h"
 #include "core/base/text.h"
 #include "core/engine/rep_calc.h"
 #include "core/law/law.h"
@@ -14,6 +15,7 @@
 #include "core/reports/prnmastr.h"
 #include "core/scenario/scenario.h"
 #include "core/tables/datefun.h"
+#include "core/tables/table_check.h"
 
 namespace ira::reports {
 namespace {
@@ -313,7 +315,12 @@ class PaperGroup {
   void Footnotes() {
     std::vector<std::string> lines;
     if (Any(m_p.penalty, m_from, m_to)) lines.emplace_back(kPenaltyPaper);
-    if (Any(m_p.notComputable, m_from, m_to)) lines.insert(lines.end(), kNoDataPaper.begin(), kNoDataPaper.end());
+    if (Any(m_p.notComputable, m_from, m_to)) {
+      lines.insert(lines.end(), kNoDataPaper.begin(), kNoDataPaper.end());
+      // The ages may be fine: a table file the figures need may be the cause.
+      if (tables::AnyTableDamaged())
+        lines.emplace_back("   Or a table file the figures need is missing or damaged: reinstall the program.");
+    }
     if (Any(m_p.over59Half, m_from, m_to)) lines.emplace_back(kOver59Half);
     if (Any(m_p.notComputedYet, m_from, m_to)) lines.emplace_back(law::kNotComputedYetText);
     if (!m_p.excessRows) lines.emplace_back(law::kExcessRepealedText);
@@ -333,10 +340,26 @@ class PaperGroup {
 
 }  // namespace
 
+std::string ProjectionTooLargeText(const GeneralInputs& gen) {
+  return "The projection of " + std::to_string(gen.IraCount) + " IRAs over " + std::to_string(gen.ProjectionYears) +
+         " years (" + std::to_string(rep_calc::ProjectedAccountYears(gen)) +
+         " account-years) is too large to compute: at most " + std::to_string(rep_calc::kMaxProjectedAccountYears) +
+         " account-years can be projected. Project fewer years or fewer IRAs.";
+}
+
 void DisplayProjRpt(ReportSink& sink) {
   Scenario& scenario = TheScenario();
   const GeneralInputs& gen = scenario.Gen;
   if (gen.ProjectionYears < 1) return;
+  if (!rep_calc::ProjectionFits(gen)) {
+    const std::string text = ProjectionTooLargeText(gen);
+    ShowMessage(kProjTooLargeTitle, text, MsgIcon::Exclamation);
+    if (sink.Mode() != ReportMode::View) {
+      sink.Block(1, PageHeading{gen.OwnerName, gen.OtherInfo, Title(gen)});
+      sink.Line("  " + text);
+    }
+    return;
+  }
   const Projection p = Project(scenario);
   if (sink.Mode() == ReportMode::View) {
     ShowWindow(sink, gen, p);

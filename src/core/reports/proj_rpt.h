@@ -17,10 +17,19 @@
 // batch file carry the years holding data, in groups of at most 10.
 #pragma once
 
+#include <string>
+
 #include "core/reports/report_sink.h"
+#include "core/scenario/scenario.h"
 
 namespace ira::reports {
 
+// A projection larger than the engine holds (rep_calc::ProjectionFits) is
+// not computed: the message says so, and paper and the batch file carry the
+// same text in place of the report.
 void DisplayProjRpt(ReportSink& sink);
+
+inline constexpr const char* kProjTooLargeTitle = "Projection too large";
+std::string ProjectionTooLargeText(const GeneralInputs& gen);
 
 }  // namespace ira::reports

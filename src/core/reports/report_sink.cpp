@@ -1,5 +1,9 @@
 #include "core/reports/report_sink.h"
 
+#include <cerrno>
+#include <cstring>
+
+#include "core/base/errors.h"
 #include "core/reports/prnmastr.h"
 
 namespace ira::reports {
@@ -18,6 +22,14 @@ std::int16_t TextSink::Block(int, const PageHeading&) { return kPrnFits; }
 void TextSink::Line(std::string_view text) {
   m_text += text;
   m_text += kCrLf;
+  if (m_stream != nullptr && m_text.size() >= 65536) Flush();
+}
+
+void TextSink::Flush() {
+  if (m_stream == nullptr || m_text.empty()) return;
+  if (std::fwrite(m_text.data(), 1, m_text.size(), m_stream) != m_text.size())
+    throw FileError(kErrPathAccess, std::strerror(errno));
+  m_text.clear();
 }
 
 void TextSink::SetCaption(std::string_view caption) {

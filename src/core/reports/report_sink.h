@@ -30,6 +30,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstdio>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -100,23 +101,29 @@ class PrintSink final : public ReportSink {
 };
 
 // View and file modes: keeps the report's text (each line + CRLF); in view
-// mode also the window caption and a grid report's content.
+// mode also the window caption and a grid report's content. Given a stream
+// (file mode), the text goes out to it whenever it passes 64 KiB, so that a
+// report of any length is held only in part; Flush writes the rest, and a
+// failed write throws ira::FileError with the system's reason.
 class TextSink final : public ReportSink {
  public:
-  explicit TextSink(ReportMode mode) : m_mode(mode) {}
+  explicit TextSink(ReportMode mode, std::FILE* stream = nullptr) : m_mode(mode), m_stream(stream) {}
   ReportMode Mode() const override { return m_mode; }
   std::int16_t Block(int lineCount, const PageHeading& heading) override;
   void Line(std::string_view text) override;
   void SetCaption(std::string_view caption) override;
   void ShowGrid(GridReport grid) override;
 
+  // The text not yet written out.
   const std::string& Text() const { return m_text; }
+  void Flush();
   const std::string& Caption() const { return m_caption; }
   bool HasGrid() const { return m_hasGrid; }
   const GridReport& Grid() const { return m_grid; }
 
  private:
   ReportMode m_mode;
+  std::FILE* m_stream;
   std::string m_text;
   std::string m_caption;
   bool m_hasGrid = false;

@@ -8,6 +8,7 @@
 #include "core/base/money.h"
 #include "core/base/text.h"
 #include "core/tables/datefun.h"
+#include "core/tables/table_check.h"
 #include "core/tables/tables.h"
 
 namespace ira::life_exp {
@@ -21,6 +22,14 @@ using tables::Tables;
 bool InTable(int age) { return age >= kMinAge && age <= kMaxAge; }
 
 std::size_t Index(int age) { return static_cast<std::size_t>(age - kMinAge); }
+
+// A table value; a table found missing or damaged gives 0, as a missing one
+// always has, and the read is noted so that the figure is withheld.
+float Read(tables::TableId id, float value) {
+  if (tables::Usable(id)) return value;
+  tables::NoteUnusableRead();
+  return 0;
+}
 
 // Years elapsed since a first DCY, as the 16-bit value the rules count in.
 std::int16_t YearsSince(std::int16_t year, std::int16_t first, const char* where) {
@@ -63,28 +72,30 @@ bool In2022(int age) { return age >= 0 && age < static_cast<int>(tables::k2022Ag
 float SingleLife(TableSet set, int age) {
   if (set == TableSet::k2022) {
     if (!In2022(age)) return kNoTableValue;
-    return Loaded(tables::Tables2022().single[static_cast<std::size_t>(age)]);
+    return Loaded(Read(tables::kSingle22, tables::Tables2022().single[static_cast<std::size_t>(age)]));
   }
   if (!InTable(age)) return kNoTableValue;
-  return Loaded(set == TableSet::k1986 ? Tables().single86[Index(age)] : Tables().single02[Index(age)]);
+  return Loaded(set == TableSet::k1986 ? Read(tables::kSingle86, Tables().single86[Index(age)])
+                                       : Read(tables::kSingle02, Tables().single02[Index(age)]));
 }
 
 float JointLife(TableSet set, int age1, int age2) {
   if (set == TableSet::k2022) {
     if (!In2022(age1) || !In2022(age2)) return kNoTableValue;
-    return Loaded(tables::Tables2022().joint[static_cast<std::size_t>(age1) +
-                                             static_cast<std::size_t>(age2) * tables::k2022Ages]);
+    return Loaded(Read(tables::kJoint22, tables::Tables2022().joint[static_cast<std::size_t>(age1) +
+                                                                    static_cast<std::size_t>(age2) * tables::k2022Ages]));
   }
   if (!InTable(age1) || !InTable(age2)) return kNoTableValue;
-  if (set == TableSet::k1986) return Loaded(Tables().joint86[Index(age1) + Index(age2) * kAges]);
-  return Loaded(Tables().joint02[Index(std::max(age1, age2)) + Index(std::min(age1, age2)) * kAges]);
+  if (set == TableSet::k1986) return Loaded(Read(tables::kJoint86, Tables().joint86[Index(age1) + Index(age2) * kAges]));
+  return Loaded(
+      Read(tables::kJoint02, Tables().joint02[Index(std::max(age1, age2)) + Index(std::min(age1, age2)) * kAges]));
 }
 
 float UniformLifetime(TableSet set, int age) {
   if (set != TableSet::k2022) return JointLife(set, age, age - 10);
   const int index = age - tables::kUniform2022FirstAge;
   if (index < 0 || index >= static_cast<int>(tables::kUniform2022Ages)) return kNoTableValue;
-  return Loaded(tables::Tables2022().uniform[static_cast<std::size_t>(index)]);
+  return Loaded(Read(tables::kUniform22, tables::Tables2022().uniform[static_cast<std::size_t>(index)]));
 }
 
 std::int16_t SelectorForYear(std::int16_t year) { return year >= 2002 ? kTables2002 : kTables1986; }
@@ -93,20 +104,20 @@ std::int16_t SelectorForYear(std::int16_t year) { return year >= 2002 ? kTables2
 // two lookups have nothing left that can fail.
 float GetSingleLifeExp(std::int16_t age, std::int16_t sel) {
   if (!InTable(age)) return kNoTableValue;
-  if (sel == kTables1986) return Tables().single86[Index(age)];
-  if (sel == kTables2002) return Tables().single02[Index(age)];
+  if (sel == kTables1986) return Read(tables::kSingle86, Tables().single86[Index(age)]);
+  if (sel == kTables2002) return Read(tables::kSingle02, Tables().single02[Index(age)]);
   return kNoTableValue;
 }
 
 float GetJointLifeExp(std::int16_t age1, std::int16_t age2, std::int16_t sel) {
   if (!InTable(age1) || !InTable(age2)) return kNoTableValue;
-  if (sel == kTables1986) return Tables().joint86[Index(age1) + Index(age2) * kAges];
+  if (sel == kTables1986) return Read(tables::kJoint86, Tables().joint86[Index(age1) + Index(age2) * kAges]);
   if (sel == kTables2002) {
     // Only the half with the older life first is consulted in the 2002 table;
     // the 1986 table is read in the order given, as a full square.
     const std::int16_t older = std::max(age1, age2);
     const std::int16_t younger = std::min(age1, age2);
-    return Tables().joint02[Index(older) + Index(younger) * kAges];
+    return Read(tables::kJoint02, Tables().joint02[Index(older) + Index(younger) * kAges]);
   }
   return 0;
 }

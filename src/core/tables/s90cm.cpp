@@ -4,6 +4,7 @@
 #include <bit>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -13,6 +14,7 @@
 #include "core/base/money.h"
 #include "core/base/program.h"
 #include "core/base/text.h"
+#include "core/tables/table_check.h"
 #include "core/tables/tables.h"
 
 namespace ira {
@@ -131,7 +133,13 @@ double CTableS90CM::RemainderFactor() {
     ValidateInputs();
     const int column = AgeColumn(m_age);
     Grid grid{};
-    LoadTable(grid);  // anew on every query
+    // Anew on every query. Without the published table there is no factor:
+    // the read is noted, so that the figure asking it is withheld.
+    if (!LoadTable(grid)) {
+      tables::NoteUnusableRead();
+      m_remainderFactor = 0;
+      return m_remainderFactor;
+    }
     const double rate = RateValue(m_interestRate);
     ExactFactor factor;
     bool tabulated = false;
@@ -167,22 +175,26 @@ void CTableS90CM::ValidateInputs() {
 }
 
 // The file holds the grid column by column: the 50 rates, then the 50
-// factors of age 0, and so on. A short file fills the grid as far as it goes.
-void CTableS90CM::LoadTable(Grid& grid) {
+// factors of age 0, and so on. Only the file as published is read.
+bool CTableS90CM::LoadTable(Grid& grid) {
   const std::string path = ProgramFile(kTableFile);
   std::error_code ec;
   if (!std::filesystem::is_regular_file(path, ec)) {
     ShowMessage(kWarningTitle, path + kNotLocated, MsgIcon::Critical);
-    return;
+    tables::ReportDamaged(path);
+    return false;
   }
-  std::ifstream in(path, std::ios::binary);
-  std::uint64_t bits = 0;
+  const auto bytes = tables::ReadPublished(kTableFile);
+  if (!bytes) return false;
+  std::size_t at = 0;
   for (std::size_t column = 0; column < kColumns; ++column) {
-    for (std::size_t row = 0; row < kRows; ++row) {
-      if (!tables::ReadLittleEndian(in, 8, bits)) return;
+    for (std::size_t row = 0; row < kRows; ++row, at += 8) {
+      std::uint64_t bits = 0;
+      std::memcpy(&bits, bytes->data() + at, 8);
       grid[row][column] = std::bit_cast<double>(bits);
     }
   }
+  return true;
 }
 
 // Between the first row from row 1 on whose rate is above the query rate

@@ -46,7 +46,8 @@ class CTableS90CM {
   };
 
   void ValidateInputs();
-  void LoadTable(Grid& grid);
+  // False when the table file is missing or damaged (and said so).
+  bool LoadTable(Grid& grid);
   static int AgeColumn(std::int16_t age) { return age + 1; }
   ExactFactor Interpolate(const Grid& grid, int column);
 

@@ -35,16 +35,27 @@ struct LifeTables2022 {
 
 const LifeTables& Tables();
 const LifeTables2022& Tables2022();
-// Zeroes all four tables (as before loading).
+// Zeroes the four older tables (as before loading), counts them usable and
+// forgets the damaged table files found so far.
 void ClearTables();
+
+// The tables; one that a load found missing or damaged is not usable until
+// the next ClearTables (ClearTables2022 for the 2022 ones).
+enum TableId : std::size_t {
+  kSingle86, kSingle02, kJoint86, kJoint02, kSingle22, kJoint22, kUniform22, kTableCount
+};
+bool Usable(TableId id);
 
 // Load the joint files ("vi86.tbl", "vi02.tbl") and the single files
 // ("v86.tbl", "v02.tbl") from the program folder. A missing file gives the
-// "File not found" message and leaves that reader's tables at zero.
+// "File not found" message and leaves that reader's tables at zero; a
+// missing or damaged file (not as published, table_check.h) is also named in
+// the damaged message and its table (both, for a missing one) made unusable.
 void ReadTableVI();
 void ReadTableV();
 // Load "v22.tbl", "vi22.tbl" and "ul22.tbl"; a missing file gives the same
-// "File not found" message and leaves its table at zero (no table value).
+// "File not found" message, and a missing or damaged one the damaged
+// message; its table stays at zero and unusable.
 void ReadTables2022();
 void ClearTables2022();
 

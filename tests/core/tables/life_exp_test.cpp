@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "core/tables/table_check.h"
 #include "support/recording_sinks.h"
 #include "table_test_support.h"
 
@@ -44,19 +45,23 @@ TEST_F(LifeExp, LookupsGiveThePublishedValuesAndTheSentinelOutsideTheTables) {
   for (const Row& r : rows) EXPECT_EQ(r.got, r.expected) << r.name;
 }
 
-// Made-up joint files whose values tell which record was read.
-TEST(JointLookup, ReadsThe1986SquareInTheOrderGivenAndThe2002TableOlderLifeFirst) {
+// A table file that is not the one published is refused, however
+// plausible its values: the joint files here tell by their values which
+// record a lookup would read, and are never read.
+TEST(JointLookup, MadeUpTableFilesAreRefusedAndTheirTablesNotRead) {
+  RecordingScope scope;
   ira::testing::TempProgramFolder folder({});
   ira::testing::WriteFileBytes(folder.File("vi86.tbl"), ira::testing::MadeUpJointFile(4));
   ira::testing::WriteFileBytes(folder.File("vi02.tbl"), ira::testing::MadeUpJointFile(8));
   tables::ClearTables();
   tables::ReadTableVI();
-  EXPECT_EQ(GetJointLifeExp(70, 60, 0), 70060.0f);
-  EXPECT_EQ(GetJointLifeExp(60, 70, 0), 60070.0f);
-  EXPECT_EQ(GetJointLifeExp(5, 115, 0), 5115.0f);
-  EXPECT_EQ(GetJointLifeExp(70, 80, 1), 80070.0f);
-  EXPECT_EQ(GetJointLifeExp(80, 70, 1), 80070.0f);
-  EXPECT_EQ(GetJointLifeExp(5, 115, 1), 115005.0f);
+  ASSERT_EQ(scope.messages.messages.size(), 2u);
+  EXPECT_EQ(scope.messages.messages[0].text, "The table file " + folder.File("vi86.tbl") + " is damaged: reinstall the program.");
+  EXPECT_EQ(scope.messages.messages[1].text, "The table file " + folder.File("vi02.tbl") + " is damaged: reinstall the program.");
+  const tables::UnusableReads reads;
+  EXPECT_EQ(GetJointLifeExp(70, 60, 0), 0.0f);
+  EXPECT_EQ(GetJointLifeExp(70, 80, 1), 0.0f);
+  EXPECT_TRUE(reads.Any());
   tables::ClearTables();
 }
 

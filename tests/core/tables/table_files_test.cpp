@@ -3,9 +3,11 @@
 #include <bit>
 #include <cstdio>
 #include <cstring>
+#include <functional>
 #include <string>
 #include <vector>
 
+#include "core/tables/table_check.h"
 #include "core/tables/tables.h"
 #include "support/recording_sinks.h"
 #include "table_test_support.h"
@@ -80,34 +82,53 @@ TEST(ReadTable, MissingFileIsReportedAndLeavesThatReaderUnloaded) {
     tables::ClearTables();
     tables::ReadTableVI();
     tables::ReadTableV();
-    ASSERT_EQ(scope.messages.messages.size(), 1u);
-    const Message& m = scope.messages.Last();
+    ASSERT_EQ(scope.messages.messages.size(), 2u);
+    EXPECT_EQ(scope.messages.Last().text, "The table file " + folder.File(r.reported) + " is damaged: reinstall the program.");
+    const Message& m = scope.messages.messages[0];
     EXPECT_EQ(m.title, "File not found");
     EXPECT_EQ(m.text, "File: " + folder.File(r.reported) + " does not exist.Please verify the file is in the correct directory.");
     EXPECT_EQ(m.icon, MsgIcon::Information);
     EXPECT_EQ(Tables().joint86[7270] != 0 && Tables().joint02[7270] != 0, r.jointLoaded);
     EXPECT_EQ(Tables().single86[65] != 0 || Tables().single02[65] != 0, r.singleLoaded);
+    EXPECT_EQ(tables::Usable(tables::kJoint86) && tables::Usable(tables::kJoint02), r.jointLoaded);
+    EXPECT_EQ(tables::Usable(tables::kSingle86) && tables::Usable(tables::kSingle02), r.singleLoaded);
   }
 }
 
-TEST(ReadTable, ShortFileIsReadAsFarAsItGoes) {
-  RecordingScope scope;
-  TempProgramFolder folder({"v86.tbl", "v02.tbl", "vi86.tbl", "vi02.tbl"});
-  folder.Truncate("v02.tbl", 66 * 8 + 5);     // ages 5..70 and part of 71
-  folder.Truncate("vi86.tbl", 7271 * 4 + 2);  // up to first age 70 with second age 60
-  folder.Truncate("vi02.tbl", 0);
+// Any change to a table file, even one that keeps its size, is found: the
+// file is named, its table stays empty and unusable, its partner loads.
+TEST(ReadTable, DamagedFileIsNamedAndNotUsed) {
+  struct Row {
+    const char* name;
+    const char* file;
+    tables::TableId damaged, partner;
+    std::function<void(std::string&)> damage;
+  } rows[] = {
+      {"empty", "vi02.tbl", tables::kJoint02, tables::kJoint86, [](std::string& b) { b.clear(); }},
+      {"cut short", "v02.tbl", tables::kSingle02, tables::kSingle86, [](std::string& b) { b.resize(100); }},
+      {"one byte more", "v86.tbl", tables::kSingle86, tables::kSingle02, [](std::string& b) { b += '\0'; }},
+      {"zeroed", "vi86.tbl", tables::kJoint86, tables::kJoint02, [](std::string& b) { b.assign(b.size(), '\0'); }},
+      {"one bit flipped", "v02.tbl", tables::kSingle02, tables::kSingle86, [](std::string& b) { b[8 * 65 + 6] ^= 1; }},
+  };
+  for (const Row& r : rows) {
+    SCOPED_TRACE(r.name);
+    RecordingScope scope;
+    TempProgramFolder folder({"v86.tbl", "v02.tbl", "vi86.tbl", "vi02.tbl"});
+    std::string bytes = ReadFileBytes(folder.File(r.file));
+    r.damage(bytes);
+    WriteFileBytes(folder.File(r.file), bytes);
+    tables::ClearTables();
+    tables::ReadTableVI();
+    tables::ReadTableV();
+    ASSERT_EQ(scope.messages.messages.size(), 1u);
+    EXPECT_EQ(scope.messages.Last().title, "Damaged Table");
+    EXPECT_EQ(scope.messages.Last().text, "The table file " + folder.File(r.file) + " is damaged: reinstall the program.");
+    EXPECT_TRUE(scope.errors.errors.empty());
+    EXPECT_FALSE(tables::Usable(r.damaged));
+    EXPECT_TRUE(tables::Usable(r.partner));
+    EXPECT_TRUE(tables::AnyTableDamaged());
+  }
   tables::ClearTables();
-  tables::ReadTableVI();
-  tables::ReadTableV();
-  EXPECT_TRUE(scope.messages.messages.empty());
-  EXPECT_TRUE(scope.errors.errors.empty());
-  const auto& t = Tables();
-  EXPECT_EQ(t.single02[70 - 5], 17.0f);
-  EXPECT_EQ(t.single02[71 - 5], 0.0f);
-  EXPECT_EQ(t.single86[115 - 5], 0.5f);  // its full partner still loads whole
-  EXPECT_EQ(t.joint86[(70 - 5) + (60 - 5) * kAges], 26.2f);
-  EXPECT_EQ(t.joint86[(70 - 5) + (61 - 5) * kAges], 0.0f);
-  EXPECT_EQ(t.joint02[0], 0.0f);
 }
 
 }  // namespace
