@@ -35,6 +35,7 @@ struct Job {
   std::string name;    // relative to the input folder, with "/": the name rows and messages carry
   fs::path report;     // NAME.txt in the output folder
   std::string clash;   // the file whose report this one's would overwrite
+  bool inSubfolder = false;
 };
 
 struct Outcome {
@@ -83,8 +84,10 @@ class ThreadSinks {
 };
 
 void WriteReport(const Job& job, const std::string& text) {
-  std::error_code ec;
-  if (job.report.has_parent_path()) fs::create_directories(job.report.parent_path(), ec);
+  if (job.inSubfolder) {
+    std::error_code ec;
+    fs::create_directories(job.report.parent_path(), ec);
+  }
   WriteFileWhole(job.report.string(), text);
 }
 
@@ -147,6 +150,7 @@ std::vector<Job> FindScenarios(const FolderBatchOptions& options, std::string& p
     const fs::path relative = entry.path().lexically_relative(root);
     job.name = relative.generic_string();
     job.report = outRoot / relative;
+    job.inSubfolder = relative.has_parent_path();
     job.report.replace_extension(".txt");
   };
   if (options.recursive) {
@@ -167,6 +171,8 @@ std::vector<Job> FindScenarios(const FolderBatchOptions& options, std::string& p
   return jobs;
 }
 
+constexpr std::size_t kCsvChunk = 1 << 16;
+
 // Hands out the scenarios in order and takes their outcomes back, holding
 // at most `window` outcomes that wait for an earlier one: the memory of a run
 // does not grow with the number of files.
@@ -176,17 +182,22 @@ class Pipeline {
 
   std::optional<std::size_t> Claim() {
     std::unique_lock lock(m_mutex);
+    ++m_waiting;
     m_room.wait(lock, [&] { return m_next >= m_total || m_next < m_written + m_window; });
+    --m_waiting;
     if (m_next >= m_total) return std::nullopt;
     return m_next++;
   }
 
   void Put(std::size_t index, Outcome outcome) {
+    bool awaited = false;
     {
       std::lock_guard lock(m_mutex);
       m_done.emplace(index, std::move(outcome));
+      awaited = index == m_written;
     }
-    m_ready.notify_one();
+    // Only the outcome the writer waits for is worth waking it.
+    if (awaited) m_ready.notify_one();
   }
 
   // The next outcome in order, or nothing when `wait` passes first.
@@ -195,8 +206,9 @@ class Pipeline {
     if (!m_ready.wait_for(lock, wait, [&] { return m_done.count(m_written) != 0; })) return std::nullopt;
     auto node = m_done.extract(m_written);
     ++m_written;
+    const bool someoneWaits = m_waiting > 0;
     lock.unlock();
-    m_room.notify_all();
+    if (someoneWaits) m_room.notify_all();
     return std::move(node.mapped());
   }
 
@@ -211,6 +223,7 @@ class Pipeline {
   const std::size_t m_window;
   std::size_t m_next = 0;
   std::size_t m_written = 0;  // read by the writer's own thread only outside the lock
+  int m_waiting = 0;          // workers in Claim
 };
 
 class ProgressLine {
@@ -340,6 +353,21 @@ int RunFolderBatch(const FolderBatchOptions& options, std::ostream& err) {
   std::size_t failed = 0;
   ProgressLine progress(err, options.progress, jobs.size());
   std::string csvError;
+  // The CSV lines go out in chunks, not a write per scenario.
+  std::string summaryText;
+  std::string totalsText;
+  const auto flush = [&] {
+    if (csvError.empty()) {
+      try {
+        summary->Write(summaryText);
+        totals->Write(totalsText);
+      } catch (const Error& e) {
+        csvError = e.what();
+      }
+    }
+    summaryText.clear();
+    totalsText.clear();
+  };
   while (pipeline.Written() < jobs.size()) {
     std::optional<Outcome> next = pipeline.Next(std::chrono::milliseconds(200));
     if (next) {
@@ -351,19 +379,15 @@ int RunFolderBatch(const FolderBatchOptions& options, std::ostream& err) {
       outputFailed = outputFailed || next->outputFailed;
       reportFailed = reportFailed || next->reportFailed;
       if (next->readFailed || next->outputFailed || next->reportFailed) ++failed;
-      if (csvError.empty()) {
-        try {
-          summary->Write(next->summary);
-          totals->Write(next->totals);
-        } catch (const Error& e) {
-          csvError = e.what();
-        }
-      }
+      summaryText += next->summary;
+      totalsText += next->totals;
+      if (summaryText.size() >= kCsvChunk) flush();
     }
     progress.Show(pipeline.Written(), failed);
   }
   for (std::thread& t : threads) t.join();
   progress.Finish(jobs.size(), failed);
+  flush();
 
   if (csvError.empty()) {
     try {
