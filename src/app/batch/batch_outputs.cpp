@@ -43,12 +43,18 @@ const PdfPainter& GetPdfPainter() { return g_pdfPainter; }
 
 WholeFile::WholeFile(std::string path) : m_path(std::move(path)) {
   const std::filesystem::path target(m_path);
-  const std::string stem = (target.parent_path() / ("." + target.filename().string() + ".")).string() +
-                           std::to_string(::getpid()) + "-";
+  // Appended piece by piece: g++ 12 at -O3 sees a false overlap in "." + std::string.
+  std::string hidden = ".";
+  hidden += target.filename().string();
+  hidden += '.';
+  hidden += std::to_string(::getpid());
+  hidden += '-';
+  const std::string stem = (target.parent_path() / hidden).string();
   // Created exclusively: no other run's file, nor another worker's, is ever
   // written over. The mode is the one the user's umask gives any new file.
   for (int attempt = 0; m_fd < 0; ++attempt) {
-    m_temporary = stem + std::to_string(g_temporaries.fetch_add(1));
+    m_temporary = stem;
+    m_temporary += std::to_string(g_temporaries.fetch_add(1));
     m_fd = ::open(m_temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (m_fd < 0 && (errno != EEXIST || attempt >= 100)) Fail(errno);
   }
