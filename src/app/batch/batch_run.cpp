@@ -73,6 +73,11 @@ int BatchReportFlags() {
   return kRptInputs | kRptGenInfo | kRptDistCalc | kRptCalSumm | (ProjectionModeOn() ? kRptProjection : 0);
 }
 
+void LoadBatchTables() {
+  tables::ReadTableVI();
+  tables::ReadTableV();
+}
+
 int RunBatch(const CommandLine& cl, std::ostream& err) {
   if (cl.input.empty() || cl.output.empty()) {
     err << "tallyra: the batch run needs /input SCENARIO and /output REPORT\n";
@@ -82,8 +87,7 @@ int RunBatch(const CommandLine& cl, std::ostream& err) {
   BatchErrors errors(err);
   SinkScope scope(messages, errors);
 
-  tables::ReadTableVI();
-  tables::ReadTableV();
+  LoadBatchTables();
   if (!file::OpenFile(cl.input, TheScenario())) return kExitBadScenario;
   // The JSON and PDF outputs start from the scenario as read.
   const Scenario asRead = cl.json || cl.pdf ? TheScenario() : Scenario{};

@@ -22,7 +22,6 @@
 #include "core/reports/results_csv.h"
 #include "core/reports/scenario_results.h"
 #include "core/scenario/file.h"
-#include "core/tables/tables.h"
 
 namespace ira::app {
 namespace {
@@ -321,8 +320,7 @@ int RunFolderBatch(const FolderBatchOptions& options, std::ostream& err) {
 
   MainMessages mainMessages(err);
   SetMessageSink(&mainMessages);
-  tables::ReadTableVI();
-  tables::ReadTableV();
+  LoadBatchTables();
   SetMessageSink(nullptr);
 
   std::string problem;
