@@ -106,6 +106,18 @@ TEST_F(FolderBatch, UnreadableFilesAreListedAndTheRunGoesOn) {
     EXPECT_NE(entry.path().filename().string().front(), '.') << entry.path();
 }
 
+TEST_F(FolderBatch, ASecondRunReplacesEveryFileWhole) {
+  const std::string before = ReadFileBytes(Out("demo.txt"));
+  WriteFileBytes(Out("quoted.txt"), "an older report\n");
+  const RunResult again = RunProgram(kProgram, {"--batch", folder->File("in"), "--out", folder->File("out"), "--recursive"},
+                                     folder->File("err2.txt"));
+  EXPECT_EQ(again.status, 1) << again.err;
+  EXPECT_EQ(ReadFileBytes(Out("demo.txt")), before);
+  EXPECT_NE(ReadFileBytes(Out("quoted.txt")), "an older report\n");
+  for (const auto& entry : fs::recursive_directory_iterator(folder->File("out")))
+    EXPECT_NE(entry.path().filename().string().front(), '.') << entry.path();
+}
+
 TEST_F(FolderBatch, ReportsAndJsonEqualTheSingleFileBatch) {
   std::vector<std::string> names(std::begin(kGoodTop), std::end(kGoodTop));
   for (const char* name : kSubCases) names.push_back(std::string("sub/") + name);
