@@ -45,8 +45,10 @@ WholeFile::WholeFile(std::string path) : m_path(std::move(path)) {
   const std::filesystem::path target(m_path);
   const std::string folder = target.has_parent_path() ? target.parent_path().string() : std::string(".");
   // A file without a name until it is complete, where the file system has
-  // them: one change to the folder per file instead of two.
-  m_fd = ::open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0666);
+  // them: one change to the folder per file instead of two. It is named
+  // through /proc, so only where /proc is there.
+  static const bool canName = ::access("/proc/self/fd", X_OK) == 0;
+  if (canName) m_fd = ::open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0666);
   if (m_fd >= 0) return;
   OpenNamed();
 }
