@@ -57,6 +57,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
   SetProgramFolder(TALLYRA_PROGRAM_DIR);
   tables::ReadTableVI();
   tables::ReadTableV();
+  tables::ReadTables2022();
   return 0;
 }
 

@@ -79,6 +79,39 @@ TEST(ParseArguments, KeepsQuotesAndTabsInValues) {
   EXPECT_EQ(cl.output, "a \"b\".txt");
 }
 
+TEST(ParseCommandLine, FolderBatchSwitches) {
+  struct FolderRow {
+    const char* name;
+    const char* line;
+    const char* batch;
+    const char* out;
+    int jobs;
+    bool recursive, json, pdf;
+    const char* error;
+  } rows[] = {
+      {"GNU forms, folders keep no extension", "--batch clients --out reports --recursive --jobs 4 --json", "clients",
+       "reports", 4, true, true, false, ""},
+      {"slash forms in capitals", "/BATCH=c /Out r /PDF", "c", "r", 0, false, false, true, ""},
+      {"no folder", "--batch --out r", "", "r", 0, false, false, false, "--batch needs a folder"},
+      {"jobs of 0", "--batch c --out r --jobs 0", "c", "r", 0, false, false, false,
+       "--jobs needs a number from 1 to 256"},
+      {"jobs beyond the most", "--batch c --out r --jobs 257", "c", "r", 0, false, false, false,
+       "--jobs needs a number from 1 to 256"},
+      {"jobs not a number", "--batch c --out r --jobs=2x", "c", "r", 0, false, false, false,
+       "--jobs needs a number from 1 to 256"},
+  };
+  for (const FolderRow& r : rows) {
+    const CommandLine cl = ParseCommandLine(r.line);
+    EXPECT_EQ(cl.batchFolder, r.batch) << r.name;
+    EXPECT_EQ(cl.outFolder, r.out) << r.name;
+    EXPECT_EQ(cl.jobs, r.jobs) << r.name;
+    EXPECT_EQ(cl.recursive, r.recursive) << r.name;
+    EXPECT_EQ(cl.json, r.json) << r.name;
+    EXPECT_EQ(cl.pdf, r.pdf) << r.name;
+    EXPECT_EQ(cl.error, r.error) << r.name;
+  }
+}
+
 TEST(JoinArguments, RoundTripsThroughSplitCommandLine) {
   const std::vector<std::string> args = {"/silent", "/input", "my plan.ira", "", "/output=a b.txt"};
   EXPECT_EQ(JoinArguments(args), "/silent /input \"my plan.ira\" \"\" \"/output=a b.txt\"");

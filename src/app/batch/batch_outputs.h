@@ -37,8 +37,10 @@ class WholeFile {
 
  private:
   [[noreturn]] void Fail(int error);
+  std::string TemporaryStem() const;
+  void OpenNamed();
   std::string m_path;
-  std::string m_temporary;
+  std::string m_temporary;  // empty while the file has no name
   int m_fd = -1;
 };
 

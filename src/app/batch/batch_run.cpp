@@ -78,6 +78,12 @@ int BatchReportFlags() {
   return kRptInputs | kRptGenInfo | kRptDistCalc | kRptCalSumm | (ProjectionModeOn() ? kRptProjection : 0);
 }
 
+void LoadBatchTables() {
+  tables::ReadTableVI();
+  tables::ReadTableV();
+  tables::ReadTables2022();
+}
+
 int RunBatch(const CommandLine& cl, std::ostream& err) {
   if (cl.input.empty() || cl.output.empty()) {
     err << "tallyra: the batch run needs /input SCENARIO and /output REPORT\n";
@@ -91,9 +97,7 @@ int RunBatch(const CommandLine& cl, std::ostream& err) {
   BatchErrors errors(err);
   SinkScope scope(messages, errors);
 
-  tables::ReadTableVI();
-  tables::ReadTableV();
-  tables::ReadTables2022();
+  LoadBatchTables();
   if (!file::OpenFile(cl.input, TheScenario())) return kExitBadScenario;
   if (cl.rules) TheScenario().Gen.RuleSet = *cl.rules;
   // The JSON and PDF outputs start from the scenario as read.

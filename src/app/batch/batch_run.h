@@ -30,6 +30,10 @@ int RunBatch(const CommandLine& cl, std::ostream& err);
 // which is added when projection mode is on.
 int BatchReportFlags();
 
+// Loads the table files every batch run needs (the folder batch once for all
+// its scenarios); their messages go to the calling thread's message sink.
+void LoadBatchTables();
+
 // The folder of the running executable (its program folder).
 std::string ExecutableFolder(const char* argv0);
 

@@ -195,16 +195,17 @@ CommandLine ParseArguments(const std::vector<std::string>& args) {
       case Switch::Batch:
       case Switch::Out:
       case Switch::Jobs: {
+        const std::string name = args[i].substr(0, args[i].find('='));  // as written, without its value
         const std::optional<std::string> value = ValueAt(args, i, token);
         if (!value || value->empty()) {
-          if (cl.error.empty()) cl.error = args[i] + (token.kind == Switch::Jobs ? " needs a number" : " needs a folder");
+          if (cl.error.empty()) cl.error = name + (token.kind == Switch::Jobs ? " needs a number" : " needs a folder");
         } else if (token.kind == Switch::Batch) {
           cl.batchFolder = *value;
         } else if (token.kind == Switch::Out) {
           cl.outFolder = *value;
         } else {
           cl.jobs = ParseJobs(*value);
-          if (cl.jobs == 0 && cl.error.empty()) cl.error = args[i] + " needs a number from 1 to " + std::to_string(kMaxJobs);
+          if (cl.jobs == 0 && cl.error.empty()) cl.error = name + " needs a number from 1 to " + std::to_string(kMaxJobs);
         }
         break;
       }

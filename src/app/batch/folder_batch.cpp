@@ -10,7 +10,6 @@
 #include <map>
 #include <mutex>
 #include <optional>
-#include <set>
 #include <string>
 #include <system_error>
 #include <thread>
@@ -23,18 +22,33 @@
 #include "core/reports/results_csv.h"
 #include "core/reports/scenario_results.h"
 #include "core/scenario/file.h"
-#include "core/tables/tables.h"
 
 namespace ira::app {
 namespace {
 
 namespace fs = std::filesystem;
 
+// The scenarios of a run, found before the first is computed: only their
+// names are kept (a short name costs no more than the string itself), so a
+// book of 10,000 files takes well under a megabyte here.
+struct Book {
+  std::vector<std::string> names;       // relative to the input folder, with "/", sorted
+  std::map<std::size_t, std::string> clashes;  // index -> the file whose report its report would overwrite
+};
+
+// One scenario's files.
 struct Job {
+  Job(const FolderBatchOptions& options, const Book& book, std::size_t index)
+      : name(book.names[index]), input(fs::path(options.inputFolder) / name), report(fs::path(options.outputFolder) / name) {
+    report.replace_extension(".txt");
+    inSubfolder = name.find('/') != std::string::npos;
+    if (const auto at = book.clashes.find(index); at != book.clashes.end()) clash = at->second;
+  }
+  const std::string& name;  // the name rows and messages carry
   fs::path input;
-  std::string name;    // relative to the input folder, with "/": the name rows and messages carry
-  fs::path report;     // NAME.txt in the output folder
-  std::string clash;   // the file whose report this one's would overwrite
+  fs::path report;          // NAME.txt in the output folder
+  std::string clash;
+  bool inSubfolder = false;
 };
 
 struct Outcome {
@@ -83,8 +97,10 @@ class ThreadSinks {
 };
 
 void WriteReport(const Job& job, const std::string& text) {
-  std::error_code ec;
-  if (job.report.has_parent_path()) fs::create_directories(job.report.parent_path(), ec);
+  if (job.inSubfolder) {
+    std::error_code ec;
+    fs::create_directories(job.report.parent_path(), ec);
+  }
   WriteFileWhole(job.report.string(), text);
 }
 
@@ -134,21 +150,21 @@ Outcome ComputeOne(const Job& job, const FolderBatchOptions& options) {
   return out;
 }
 
-// Every "*.ira" of the folder (any case), sorted by name, each with its report.
-std::vector<Job> FindScenarios(const FolderBatchOptions& options, std::string& problem) {
+// The report's name without its extension: what two scenario files must not share.
+std::string ReportStem(const std::string& name) {
+  const std::size_t dot = name.rfind('.');
+  return name.substr(0, dot);
+}
+
+// Every "*.ira" of the folder (any case), sorted by name.
+Book FindScenarios(const FolderBatchOptions& options, std::string& problem) {
   const fs::path root(options.inputFolder);
-  const fs::path outRoot(options.outputFolder);
-  std::vector<Job> jobs;
+  Book book;
   std::error_code ec;
   const auto add = [&](const fs::directory_entry& entry) {
     std::error_code statError;
     if (!entry.is_regular_file(statError) || ToLower(entry.path().extension().string()) != ".ira") return;
-    Job& job = jobs.emplace_back();
-    job.input = entry.path();
-    const fs::path relative = entry.path().lexically_relative(root);
-    job.name = relative.generic_string();
-    job.report = outRoot / relative;
-    job.report.replace_extension(".txt");
+    book.names.push_back(entry.path().lexically_relative(root).generic_string());
   };
   if (options.recursive) {
     fs::recursive_directory_iterator it(root, fs::directory_options::skip_permission_denied, ec);
@@ -158,15 +174,23 @@ std::vector<Job> FindScenarios(const FolderBatchOptions& options, std::string& p
     for (; !ec && it != fs::directory_iterator(); it.increment(ec)) add(*it);
   }
   if (ec) problem = "the folder " + options.inputFolder + " cannot be read (" + ec.message() + ")";
-  std::sort(jobs.begin(), jobs.end(), [](const Job& a, const Job& b) { return a.name < b.name; });
+  std::sort(book.names.begin(), book.names.end());
   // "a.ira" and "a.IRA" would write the same "a.txt": the first keeps it.
-  std::map<fs::path, std::string> reports;
-  for (Job& job : jobs) {
-    const auto [at, added] = reports.emplace(job.report, job.name);
-    if (!added) job.clash = at->second;
+  std::vector<std::size_t> byStem(book.names.size());
+  for (std::size_t i = 0; i < byStem.size(); ++i) byStem[i] = i;
+  std::stable_sort(byStem.begin(), byStem.end(), [&](std::size_t a, std::size_t b) {
+    return ReportStem(book.names[a]) < ReportStem(book.names[b]);
+  });
+  for (std::size_t k = 1, first = 0; k < byStem.size(); ++k) {
+    if (ReportStem(book.names[byStem[k]]) != ReportStem(book.names[byStem[first]]))
+      first = k;
+    else
+      book.clashes.emplace(byStem[k], book.names[byStem[first]]);
   }
-  return jobs;
+  return book;
 }
+
+constexpr std::size_t kCsvChunk = 1 << 16;
 
 // Hands out the scenarios in order and takes their outcomes back, holding
 // at most `window` outcomes that wait for an earlier one: the memory of a run
@@ -177,17 +201,22 @@ class Pipeline {
 
   std::optional<std::size_t> Claim() {
     std::unique_lock lock(m_mutex);
+    ++m_waiting;
     m_room.wait(lock, [&] { return m_next >= m_total || m_next < m_written + m_window; });
+    --m_waiting;
     if (m_next >= m_total) return std::nullopt;
     return m_next++;
   }
 
   void Put(std::size_t index, Outcome outcome) {
+    bool awaited = false;
     {
       std::lock_guard lock(m_mutex);
       m_done.emplace(index, std::move(outcome));
+      awaited = index == m_written;
     }
-    m_ready.notify_one();
+    // Only the outcome the writer waits for is worth waking it.
+    if (awaited) m_ready.notify_one();
   }
 
   // The next outcome in order, or nothing when `wait` passes first.
@@ -196,8 +225,9 @@ class Pipeline {
     if (!m_ready.wait_for(lock, wait, [&] { return m_done.count(m_written) != 0; })) return std::nullopt;
     auto node = m_done.extract(m_written);
     ++m_written;
+    const bool someoneWaits = m_waiting > 0;
     lock.unlock();
-    m_room.notify_all();
+    if (someoneWaits) m_room.notify_all();
     return std::move(node.mapped());
   }
 
@@ -212,6 +242,7 @@ class Pipeline {
   const std::size_t m_window;
   std::size_t m_next = 0;
   std::size_t m_written = 0;  // read by the writer's own thread only outside the lock
+  int m_waiting = 0;          // workers in Claim
 };
 
 class ProgressLine {
@@ -290,12 +321,12 @@ int RunFolderBatch(const FolderBatchOptions& options, std::ostream& err) {
 
   MainMessages mainMessages(err);
   SetMessageSink(&mainMessages);
-  tables::ReadTableVI();
-  tables::ReadTableV();
+  LoadBatchTables();
   SetMessageSink(nullptr);
 
   std::string problem;
-  std::vector<Job> jobs = FindScenarios(options, problem);
+  const Book book = FindScenarios(options, problem);
+  const std::vector<std::string>& jobs = book.names;
   bool readFailed = !problem.empty();
   if (readFailed) err << "tallyra: " << problem << "\n";
 
@@ -322,13 +353,15 @@ int RunFolderBatch(const FolderBatchOptions& options, std::ostream& err) {
       while (const std::optional<std::size_t> index = pipeline.Claim()) {
         Outcome outcome;
         try {
-          outcome = ComputeOne(jobs[*index], options);
+          outcome = ComputeOne(Job(options, book, *index), options);
         } catch (const std::exception& e) {
           // Nothing is left of this scenario but the failure.
           outcome = Outcome{};
-          outcome.messages = jobs[*index].name + ": unexpected error: " + e.what() + "\n";
-          outcome.summary = reports::SummaryCsvReadError(jobs[*index].name, std::string("unexpected error: ") + e.what());
-          outcome.totals = reports::TotalsCsvReadError(jobs[*index].name, std::string("unexpected error: ") + e.what());
+          const std::string& name = jobs[*index];
+          const std::string what = std::string("unexpected error: ") + e.what();
+          outcome.messages = name + ": " + what + "\n";
+          outcome.summary = reports::SummaryCsvReadError(name, what);
+          outcome.totals = reports::TotalsCsvReadError(name, what);
           outcome.readFailed = true;
         }
         pipeline.Put(*index, std::move(outcome));
@@ -341,6 +374,21 @@ int RunFolderBatch(const FolderBatchOptions& options, std::ostream& err) {
   std::size_t failed = 0;
   ProgressLine progress(err, options.progress, jobs.size());
   std::string csvError;
+  // The CSV lines go out in chunks, not a write per scenario.
+  std::string summaryText;
+  std::string totalsText;
+  const auto flush = [&] {
+    if (csvError.empty()) {
+      try {
+        summary->Write(summaryText);
+        totals->Write(totalsText);
+      } catch (const Error& e) {
+        csvError = e.what();
+      }
+    }
+    summaryText.clear();
+    totalsText.clear();
+  };
   while (pipeline.Written() < jobs.size()) {
     std::optional<Outcome> next = pipeline.Next(std::chrono::milliseconds(200));
     if (next) {
@@ -352,19 +400,15 @@ int RunFolderBatch(const FolderBatchOptions& options, std::ostream& err) {
       outputFailed = outputFailed || next->outputFailed;
       reportFailed = reportFailed || next->reportFailed;
       if (next->readFailed || next->outputFailed || next->reportFailed) ++failed;
-      if (csvError.empty()) {
-        try {
-          summary->Write(next->summary);
-          totals->Write(next->totals);
-        } catch (const Error& e) {
-          csvError = e.what();
-        }
-      }
+      summaryText += next->summary;
+      totalsText += next->totals;
+      if (summaryText.size() >= kCsvChunk) flush();
     }
     progress.Show(pipeline.Written(), failed);
   }
   for (std::thread& t : threads) t.join();
   progress.Finish(jobs.size(), failed);
+  flush();
 
   if (csvError.empty()) {
     try {

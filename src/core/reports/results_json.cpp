@@ -164,8 +164,10 @@ Json Account(const GeneralInputs& gen, const IraRecord& ira, const AccountFigure
   j["priorYearMinimumDistributions"] = Amount(r.PriorYearMinDist);
   j["adjustedBalance"] = Amount(r.AdjustedBenefit);
   j["distributedThisYear"] = Amount(r.DistributedThisYear);
-  j["requiredBeginningDate"] = {{"slot", SlotName(r.RbdSlot)}, {"lifeExpectancies", Slots(r.RbdLifeExp)}};
-  j["distributionYearLifeExpectancies"] = Slots(r.DcyLifeExp);
+  // An early series has no Required Beginning Date and divides by no life expectancy.
+  if (!IsEarly(gen))
+    j["requiredBeginningDate"] = {{"slot", SlotName(r.RbdSlot)}, {"lifeExpectancies", Slots(r.RbdLifeExp)}};
+  if (!series) j["distributionYearLifeExpectancies"] = Slots(r.DcyLifeExp);
   if (IsEarly(gen) && gen.EarlyMethod == kMethodAmortization)
     j["amortizationTerm"] = LifeExp(rep_calc::AmortizationTerm(gen, ira));
   Json regimes = Json::array();

@@ -1,0 +1,68 @@
+// The writers of the batch results on figures set by hand: the CSV quoting,
+// the number and date forms, the rule set carried through; the engine's own
+// figures are checked end to end in tests/batch.
+#include <gtest/gtest.h>
+
+#include "core/reports/results_csv.h"
+#include "core/reports/results_json.h"
+
+namespace ira::reports {
+namespace {
+
+TEST(CsvField, QuotesOnlyWhatMustBeQuoted) {
+  struct Row { const char* in; const char* out; } rows[] = {
+      {"plain text", "plain text"},
+      {"", ""},
+      {"Smith, John", "\"Smith, John\""},
+      {"say \"hi\"", "\"say \"\"hi\"\"\""},
+      {"two\r\nlines", "\"two\r\nlines\""},
+      {"Zoë", "Zoë"},  // UTF-8 passes as it is
+  };
+  for (const Row& r : rows) EXPECT_EQ(CsvField(r.in), r.out) << r.in;
+}
+
+// A scenario under the law in force with one account whose figures are set by hand.
+struct HandFigures {
+  Scenario scenario;
+  ScenarioFigures figures;
+  HandFigures() {
+    scenario.Reset();
+    scenario.Gen.OwnerName = FixedText("Ann Lee", kOwnerNameWidth);
+    scenario.Gen.DCY = 2024;
+    scenario.Gen.DistType = -1;
+    scenario.Gen.RuleSet = kRulesCurrent;
+    scenario.AddIra().IraName = FixedText("Main", kIraNameWidth);
+    AccountFigures& a = figures.accounts.emplace_back();
+    a.name = "Main";
+    a.dueDate = MakeDate(2024, 12, 31);
+    a.divisor = 25.3f;
+    a.balance = Money::FromString("1234.5");
+    a.required = Money::FromString("48.795");  // a tie: half away from zero, 48.80
+    a.alreadyDistributed = Money::FromString("50");
+    a.stillToPay = Money::FromString("-1.205");  // -1.21
+    figures.totals = {1, 1, a.balance, a.required, a.alreadyDistributed, a.stillToPay};
+    figures.laterRules = true;
+  }
+};
+
+TEST(ResultsCsv, AmountsDatesAndTheRuleSet) {
+  const HandFigures h;
+  EXPECT_EQ(SummaryCsvRows("lee.ira", h.scenario, h.figures),
+            "lee.ira,Ann Lee,Main,1,2024,2024-12-31,1234.50,25.30,48.80,50.00,-1.21,,ok,\r\n");
+  EXPECT_EQ(TotalsCsvRow("lee.ira", h.scenario, h.figures),
+            "lee.ira,Ann Lee,1,2024,1,1,1234.50,48.80,50.00,-1.21,ok,\r\n");
+  EXPECT_EQ(SummaryCsvReadError("x.ira", "File Error: bad, very"),
+            "x.ira,,,,,,,,,,,,read error,\"File Error: bad, very\"\r\n");
+}
+
+TEST(ResultsJson, ExactAmountsAndTheInputsAsRead) {
+  const HandFigures h;
+  const std::string doc = ResultsJson("lee.ira", h.scenario, h.figures);
+  for (const char* part : {"\"format\": \"tallyra-results\"", "\"ruleSet\": 1", "\"ownerName\": \"Ann Lee\"",
+                           "\"required\": \"48.795\"", "\"stillToPay\": \"-1.205\"", "\"balance\": \"1234.50\"",
+                           "\"ownerBirthDate\": null", "\"projection\": null"})
+    EXPECT_NE(doc.find(part), std::string::npos) << part << " in\n" << doc;
+}
+
+}  // namespace
+}  // namespace ira::reports
