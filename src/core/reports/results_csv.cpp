@@ -11,7 +11,6 @@ namespace {
 
 constexpr const char* kReadError = "read error";
 // The totals of a scenario with an account left out say so.
-constexpr const char* kSomeNotSupported = "ages not supported";
 
 std::string Line(std::initializer_list<std::string_view> fields) {
   std::string line;
@@ -60,7 +59,7 @@ std::string SummaryCsvRows(std::string_view file, const Scenario& scenario, cons
   std::string rows;
   for (const AccountFigures& a : figures.accounts) {
     const std::string due = a.dueDate ? IsoDate(*a.dueDate) : std::string();
-    if (a.status != AccountStatus::Ok) {
+    if (!HasFigures(a.status)) {
       rows += Line({file, owner, a.name, ruleSet, year, due, "", "", "", "", "", "", StatusText(a.status), ""});
       continue;
     }
@@ -75,10 +74,18 @@ std::string SummaryCsvRows(std::string_view file, const Scenario& scenario, cons
 
 std::string TotalsCsvRow(std::string_view file, const Scenario& scenario, const ScenarioFigures& figures) {
   const ScenarioTotals& t = figures.totals;
+  // A scenario with an account left out says why, by its first such account.
+  const char* status = StatusText(AccountStatus::Ok);
+  for (const AccountFigures& a : figures.accounts) {
+    if (!HasFigures(a.status)) {
+      status = StatusText(a.status);
+      break;
+    }
+  }
   return Line({file, Owner(scenario), std::to_string(scenario.Gen.RuleSet), std::to_string(scenario.Gen.DCY),
                std::to_string(t.accounts), std::to_string(t.computed), FormatPlainAmount(t.balance),
                FormatPlainAmount(t.required), FormatPlainAmount(t.alreadyDistributed), FormatPlainAmount(t.stillToPay),
-               t.computed == t.accounts ? StatusText(AccountStatus::Ok) : kSomeNotSupported, ""});
+               status, ""});
 }
 
 std::string SummaryCsvReadError(std::string_view file, std::string_view message) {

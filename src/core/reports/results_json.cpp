@@ -159,7 +159,7 @@ Json Account(const GeneralInputs& gen, const IraRecord& ira, const AccountFigure
   j["status"] = StatusText(a.status);
   j["deadline"] = a.deadline;
   j["dueDate"] = a.dueDate ? IsoDate(*a.dueDate) : Json(nullptr);
-  if (a.status != AccountStatus::Ok) return j;
+  if (!HasFigures(a.status)) return j;
   j["unadjustedBalance"] = Amount(r.UnadjustedBenefit);
   j["priorYearMinimumDistributions"] = Amount(r.PriorYearMinDist);
   j["adjustedBalance"] = Amount(r.AdjustedBenefit);
@@ -200,7 +200,8 @@ Json Totals(const ScenarioFigures& f) {
 Json ProjectionCell(const rep_calc::ProjCell& c, bool seriesEnded) {
   Json j;
   const std::int64_t raw = c.Distribution.Raw();
-  const char* status = raw == rep_calc::kProjNoDataRaw    ? "ages not supported"
+  const char* status = c.NotComputed                       ? "not computed yet"
+                       : raw == rep_calc::kProjNoDataRaw    ? "ages not supported"
                        : raw == rep_calc::kProjStoppedRaw ? "balance exhausted"
                        : seriesEnded                      ? "series ended"
                                                           : "ok";

@@ -1,6 +1,7 @@
 #include "core/reports/scenario_results.h"
 
 #include "core/base/text.h"
+#include "core/law/law.h"
 
 namespace ira::reports {
 
@@ -23,10 +24,19 @@ ScenarioFigures ComputeFigures(const Scenario& scenario) {
     a.dueDate = ParseDate(a.deadline);
     ++totals.accounts;
     const rep_calc::IraDistResults& r = a.results;
+    if (r.TableDamaged) {
+      a.status = AccountStatus::TableDamaged;
+      continue;
+    }
+    if (r.CurrentLaw && law::IsNotComputed(r.Law.basis)) {
+      a.status = AccountStatus::NotComputedYet;
+      continue;
+    }
     if (r.AgesSupported == 0) {
       a.status = AccountStatus::AgesNotSupported;
       continue;
     }
+    if (r.CurrentLaw && r.Law.basis == law::Basis::kWaived) a.status = AccountStatus::Waived;
     const std::int16_t slot = figures.laterRules ? r.SlotLater : r.Slot1987;
     if (!series && slot >= 0 && slot < rep_calc::kSlotCount)
       a.divisor = ApplicableLifeExp(r.DcyLifeExp[static_cast<std::size_t>(slot)]);
@@ -49,6 +59,12 @@ const char* StatusText(AccountStatus status) {
       return "ok";
     case AccountStatus::AgesNotSupported:
       return "ages not supported";
+    case AccountStatus::Waived:
+      return "waived";
+    case AccountStatus::NotComputedYet:
+      return "not computed yet";
+    case AccountStatus::TableDamaged:
+      return "table damaged";
   }
   return "ok";
 }

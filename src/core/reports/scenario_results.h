@@ -16,8 +16,12 @@
 
 namespace ira::reports {
 
-// What an account's row says about its figures.
-enum class AccountStatus { Ok, AgesNotSupported };
+// What an account's row says about its figures. Only Ok and Waived rows have
+// figures (a waived year's are zero).
+enum class AccountStatus { Ok, AgesNotSupported, Waived, NotComputedYet, TableDamaged };
+inline bool HasFigures(AccountStatus status) {
+  return status == AccountStatus::Ok || status == AccountStatus::Waived;
+}
 
 struct AccountFigures {
   std::string name;                 // the account's name, trimmed
@@ -36,7 +40,7 @@ struct AccountFigures {
 
 struct ScenarioTotals {
   int accounts = 0;
-  int computed = 0;  // accounts whose ages the tables support; only these are totalled
+  int computed = 0;  // accounts with figures; only these are totalled
   Money balance;
   Money required;
   Money alreadyDistributed;

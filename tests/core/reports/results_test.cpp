@@ -5,6 +5,7 @@
 
 #include "core/reports/results_csv.h"
 #include "core/reports/results_json.h"
+#include "support/installed_tables.h"
 
 namespace ira::reports {
 namespace {
@@ -62,6 +63,25 @@ TEST(ResultsJson, ExactAmountsAndTheInputsAsRead) {
                            "\"required\": \"48.795\"", "\"stillToPay\": \"-1.205\"", "\"balance\": \"1234.50\"",
                            "\"ownerBirthDate\": null", "\"projection\": null"})
     EXPECT_NE(doc.find(part), std::string::npos) << part << " in\n" << doc;
+}
+
+// Through the engine: a year the law in force waives is a row with zero
+// figures, no due date and its own status, counted as computed.
+TEST(ResultsCsv, WaivedYearIsARowOfZerosWithItsStatus) {
+  testing::LoadInstalledTables();
+  Scenario s;
+  s.Reset();
+  s.Gen.OwnerName = FixedText("Ann Lee", kOwnerNameWidth);
+  s.Gen.OwnerBirthDate = MakeDate(1945, 1, 1);  // 70 1/2 on 7/1/2015
+  s.Gen.DCY = 2020;                             // no distribution required (CARES Act sec. 2203)
+  s.Gen.DistType = -1;
+  s.Gen.RuleSet = kRulesCurrent;
+  IraRecord& ira = s.AddIra();
+  ira.IraName = FixedText("Main", kIraNameWidth);
+  ira.Benefit = Money::FromWhole(100'000);
+  const ScenarioFigures figures = ComputeFigures(s);
+  EXPECT_EQ(SummaryCsvRows("lee.ira", s, figures), "lee.ira,Ann Lee,Main,1,2020,,100000.00,,0.00,0.00,0.00,,waived,\r\n");
+  EXPECT_EQ(TotalsCsvRow("lee.ira", s, figures), "lee.ira,Ann Lee,1,2020,1,1,100000.00,0.00,0.00,0.00,ok,\r\n");
 }
 
 }  // namespace
