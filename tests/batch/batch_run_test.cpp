@@ -55,14 +55,9 @@ TEST(BatchRun, ReportsMatchTheExpectedFiles) {
   }
 }
 
-// The worked examples of the law in force, to the cent. Their scenarios carry
-// the rule set in the file's extension block; a build whose file code does
-// not read the block yet would run them under the described rules, so they
-// are skipped there rather than compared.
+// The worked examples of the law in force, to the cent; their scenarios carry
+// the rule set in the file's extension block.
 TEST(BatchRun, CurrentLawReportsMatchTheExpectedFiles) {
-  ira::Scenario probe;
-  if (!ira::file::OpenFile(kWork + "/current-law-2026-uniform.ira", probe) || probe.Gen.RuleSet != ira::kRulesCurrent)
-    GTEST_SKIP() << "the scenario file code does not read the rule set yet";
   // The demonstration scenario is the one installed beside the program.
   const char* const cases[] = {"demo", "current-law-2026-uniform",   "current-law-first-year-2024",
                                "current-law-born-6-30-1949", "current-law-born-7-1-1949",
