@@ -263,6 +263,8 @@ bool dlgGenInputs::RunDcyCheck() {
   m_dcyTypePending = false;
   const ginputs::GenEntries e = Entries();
   ginputs::DcyTypeEntries check{e.dcy, e.distType, e.ownerBirthday, e.deathDate};
+  check.ruleSet = e.ruleSet;
+  check.age1959 = e.age1959;
   const bool typeChanged = ginputs::CheckDcyAndType(check);
   if (check.dcyText != e.dcy) txtDCY->SetText(check.dcyText);
   if (typeChanged) CSOptDistType[check.distType]->setChecked(true);

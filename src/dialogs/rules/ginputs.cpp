@@ -6,6 +6,7 @@
 #include "core/base/checked.h"
 #include "core/base/messages.h"
 #include "core/base/text.h"
+#include "core/law/law.h"
 #include "core/tables/datefun.h"
 #include "dialogs/rules/entries.h"
 #include "dialogs/rules/numeric_text.h"
@@ -59,7 +60,10 @@ bool CheckDcyAndType(DcyTypeEntries& e) {
   const auto birth = DateOfText(e.ownerBirthText);
   if (!birth) return false;
   const std::int16_t year59 = YearOf(datefun::Date59Half(*birth));
-  const std::int16_t year70 = YearOf(datefun::Date70Half(*birth));
+  const bool currentLaw = e.ruleSet == kRulesCurrent;
+  // The first year of required distributions: 70 1/2, or the applicable age.
+  const std::int16_t year70 = currentLaw ? law::FirstDistributionYear(*birth, e.age1959)
+                                         : YearOf(datefun::Date70Half(*birth));
 
   switch (e.distType) {
     case kBefore59Half:
@@ -98,8 +102,12 @@ bool CheckDcyAndType(DcyTypeEntries& e) {
         if (afterDeath < first) first = afterDeath;
       }
       if (dcy < first) {
-        Note("The Distribution Calendar Year must be equal to or later than the year the Owner turns 70 and 1/2."
-             "The DCY will be adjusted to the first possible DCY.");
+        Note(currentLaw ? "The Distribution Calendar Year must be equal to or later than the year the Owner reaches "
+                          "the applicable age (" +
+                              law::ApplicableAgeFor(*birth, e.age1959).Text() +
+                              "). The DCY will be adjusted to the first possible DCY."
+                        : "The Distribution Calendar Year must be equal to or later than the year the Owner turns 70 "
+                          "and 1/2.The DCY will be adjusted to the first possible DCY.");
         e.dcyText = std::to_string(first);
       }
       return false;

@@ -38,6 +38,10 @@ struct DcyTypeEntries {
   // Set when the year cannot stand for the type (a maximum distribution in
   // or after the 59 1/2 year): the user must correct one of them.
   bool conflict = false;
+  // Under the law in force required distributions start in the year of the
+  // applicable age, not of 70 1/2.
+  std::int16_t ruleSet = kRulesDescribed;
+  std::int16_t age1959 = kAge1959Default;
 };
 // Runs when the DCY or the type is left and on OK. Returns true when it
 // changed the type, so that the dialog redoes its type-dependent set-up. A

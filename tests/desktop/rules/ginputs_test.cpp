@@ -30,6 +30,12 @@ constexpr const char* kToPost = "The Distribution Calendar Year you entered woul
 constexpr const char* kTooEarly = "The Distribution Calendar Year must be equal to or later than the year the Owner "
                                   "turns 70 and 1/2.The DCY will be adjusted to the first possible DCY.";
 
+std::string TooEarlyUnderTheLaw(const char* age) {
+  return std::string("The Distribution Calendar Year must be equal to or later than the year the Owner reaches the "
+                     "applicable age (") +
+         age + "). The DCY will be adjusted to the first possible DCY.";
+}
+
 // Owners born 1/1/1950 reach 59 1/2 in 2009 and 70 1/2 in 2020.
 TEST_F(GenInputsRules, DcyAndTypeStayConsistent) {
   struct Row {
@@ -59,6 +65,16 @@ TEST_F(GenInputsRules, DcyAndTypeStayConsistent) {
        "2016", kAfter70Half, {kTooEarly}},
       {"post: death after 70 1/2 changes nothing", {"2020", kAfter70Half, "1/1/1950", "3/1/2030"}, "2020",
        kAfter70Half, {}},
+      // The law in force: the year of the applicable age, 72 for 1950 (2022), 75 from 1960 (2035), and
+      // for 1959 by the scenario's choice: 73 (2032) or 75 (2034).
+      {"law in force: the 70 1/2 year is too early", {"2020", kAfter70Half, "1/1/1950", "", false, kRulesCurrent},
+       "2022", kAfter70Half, {TooEarlyUnderTheLaw("72")}},
+      {"law in force: born 1960", {"2034", kAfter70Half, "1/1/1960", "", false, kRulesCurrent}, "2035",
+       kAfter70Half, {TooEarlyUnderTheLaw("75")}},
+      {"law in force: 1959 at 73", {"2032", kAfter70Half, "6/1/1959", "", false, kRulesCurrent, 73}, "2032",
+       kAfter70Half, {}},
+      {"law in force: 1959 at 75", {"2032", kAfter70Half, "6/1/1959", "", false, kRulesCurrent, 75}, "2034",
+       kAfter70Half, {TooEarlyUnderTheLaw("75")}},
   };
   for (const Row& row : rows) {
     rec.messages.messages.clear();
