@@ -59,6 +59,7 @@ struct IraDistResults {
   bool NoticeSeries = false;
   bool NoAnnuityFactor = false;  // a Notice series by the annuity method without the user's factor
   law::YearRules Law;
+  Money WaivedAmount;  // an annual amount under the ten-year rule that a notice waived
 };
 
 // Fills `out` for the scenario's DCY. percentOver is added on top of the

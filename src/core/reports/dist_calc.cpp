@@ -387,16 +387,42 @@ void CurrentLawSection(Section& s, const GeneralInputs& gen, const IraDistResult
       s.Divisor(Label("Single Life Table, spouse's age " + std::to_string(r.Law.spouseAge)), le);
       break;
     case Basis::kSpouseOwn:
+    case Basis::kSpouseAsOwner:
       s.Divisor(Label("Uniform Lifetime Table, spouse's age " + std::to_string(r.Law.spouseAge)), le);
+      break;
+    case Basis::kBeneficiaryLife:
+    case Basis::kAnnualWaived:
+      s.Divisor(Label("Single Life Table, beneficiary's age " + std::to_string(r.Law.lookupAge) + " in " +
+                      std::to_string(r.Law.lookupYear)),
+                law::FixedPeriodStart(r.Law));
+      s.Divisor(Label("Less " + std::to_string(r.Law.year - r.Law.lookupYear) + " for the years since " +
+                      std::to_string(r.Law.lookupYear)),
+                law::BeneficiaryFigure(r.Law));
       break;
     default:
       break;
   }
+  if (r.Law.greaterOfOwner && (r.Law.basis == Basis::kBeneficiaryLife || r.Law.basis == Basis::kAnnualWaived ||
+                               r.Law.basis == Basis::kSpouseYearly)) {
+    s.Divisor(Label("Single Life Table, owner's age " + std::to_string(r.Law.ownerLookupAge) + " in " +
+                    std::to_string(r.Law.ownerLookupYear)),
+              law::OwnerRemainingStart(r.Law));
+    s.Divisor(Label("Less " + std::to_string(r.Law.year - r.Law.ownerLookupYear) + " for the years since " +
+                    std::to_string(r.Law.ownerLookupYear)),
+              law::OwnerRemainingFigure(r.Law));
+    s.Divisor(Label("Larger Life Expectancy"), le);
+  }
   const bool amount = r.Law.basis != Basis::kBeforeFirstYear && r.Law.basis != Basis::kWaived &&
-                      r.Law.basis != Basis::kSpouseNotYet && r.Law.basis != Basis::kSpouseOwnNotYet;
+                      r.Law.basis != Basis::kSpouseNotYet && r.Law.basis != Basis::kSpouseOwnNotYet &&
+                      r.Law.basis != Basis::kNothingUntilFinal && r.Law.basis != Basis::kWholeBalance;
   s.Amount(BalanceLabel(gen), r.AdjustedBenefit);
   if (amount) {
     s.Divisor(Label("Divide by life expectancy"), le);
+    s.Add(kSubtotal);
+  }
+  if (r.Law.basis == Basis::kWholeBalance) Note(s, "Final year: the whole balance is due.");
+  if (r.Law.basis == Basis::kAnnualWaived) {
+    s.Amount("Annual amount due, waived:                      ", r.WaivedAmount);
     s.Add(kSubtotal);
   }
   s.Amount("Gross required minimum distribution:            ", r.GrossLater);

@@ -161,8 +161,8 @@ TEST_F(CurrentLawTest, WhatIsNotComputedYetGivesNoFigure) {
     std::int16_t choice;
     Basis basis;
   } rows[] = {
-      {"died in 2022, a child inherits", MakeDate(2022, 3, 1), false, kSpouseRemainBeneficiary,
-       Basis::kNotComputedYet},
+      {"died in 2022 after the required beginning date, the spouse chose the ten-year rule",
+       MakeDate(2022, 3, 1), true, kSpouseTenYear, Basis::kSpouseChoiceNotComputed},
       {"died in 2015, the spouse chose the ten-year rule", MakeDate(2015, 3, 1), true, kSpouseTenYear,
        Basis::kSpouseChoiceNotComputed},
       {"died in 2015, the spouse chose to be treated as the owner", MakeDate(2015, 3, 1), true,
