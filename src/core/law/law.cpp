@@ -309,6 +309,21 @@ YearRules OwnerSideRules(const GeneralInputs& gen, const IraRecord& ira, std::in
   // that is not see-through) leaves the account without a designated
   // beneficiary, whoever else is named.
   r.noDesignated = ira.OtherBen != 0 && ira.BeneKind == kBeneNotIndividual;
+  r.afterRbd = DiedOnOrAfterRbd(gen);
+  r.ownerLookupYear = deathYear;
+  r.ownerLookupAge = AgeInYear(gen.OwnerBirthDate, deathYear);
+  r.mixed = ira.SpouseBen != 0 && ira.OtherBen != 0;
+  if (((ira.SpouseBen == 0 && ira.OtherBen == 0) || r.noDesignated) && !r.afterRbd) {
+    // Before the required beginning date without a designated beneficiary:
+    // the five-year rule, counted without a waived year.
+    r.schedule = Schedule::kFiveYear;
+    r.finalYear = Plus(deathYear, kFiveYears);
+    for (std::int16_t y = Plus(deathYear, 1); y <= r.finalYear; ++y)
+      if (IsWaivedYear(y)) r.finalYear = Plus(r.finalYear, 1);
+    r.basis = Basis::kNothingUntilFinal;
+    FinalYearRule(year, r);
+    return r;
+  }
   if ((ira.SpouseBen == 0 && ira.OtherBen == 0) || r.noDesignated) {
     r.basis = Basis::kOwnerRemaining;
     r.lookupYear = deathYear;
@@ -332,13 +347,21 @@ YearRules OwnerSideRules(const GeneralInputs& gen, const IraRecord& ira, std::in
     const Date reached = ApplicableAgeDate(gen.OwnerBirthDate, gen.Age1959);
     if (gen.OwnerDeathDate < reached) r.startYear = std::max(r.startYear, YearOf(reached));
     r.basis = year < r.startYear ? Basis::kSpouseNotYet : Basis::kSpouseYearly;
+    // On or after the required beginning date the owner's remaining figure,
+    // if longer.
+    r.greaterOfOwner = r.afterRbd;
     return r;
   } else {
+    // The older beneficiary's (the shorter) life expectancy when a spouse
+    // shares the account.
+    const Date birth = r.mixed ? std::min(gen.SpouseBirthDate, ira.BeneBirthDate) : ira.BeneBirthDate;
     r.basis = Basis::kNonSpouse;
     r.lookupYear = Plus(deathYear, 1);
-    r.lookupAge = AgeInYear(ira.BeneBirthDate, r.lookupYear);
+    r.lookupAge = AgeInYear(birth, r.lookupYear);
+    r.greaterOfOwner = r.afterRbd;
   }
-  r.freshStart = r.lookupYear < kFirst2022TablesYear && year >= kFirst2022TablesYear;
+  r.freshStart = year >= kFirst2022TablesYear &&
+                 (r.lookupYear < kFirst2022TablesYear || (r.greaterOfOwner && r.ownerLookupYear < kFirst2022TablesYear));
   return r;
 }
 
@@ -354,18 +377,13 @@ float Divisor(const YearRules& r) {
     case Basis::kSpouseOwn:
     case Basis::kSpouseAsOwner: value = life_exp::UniformLifetime(r.tables, r.spouseAge); break;
     case Basis::kWholeBalance: return 1.0f;
+    case Basis::kNonSpouse:
     case Basis::kBeneficiaryLife:
     case Basis::kAnnualWaived:
       value = BeneficiaryFigure(r);
       if (r.greaterOfOwner) value = Greater(value, OwnerRemainingFigure(r));
       break;
-    case Basis::kOwnerRemaining:
-    case Basis::kNonSpouse: {
-      const float fixed = life_exp::SingleLife(r.tables, r.lookupAge);
-      if (fixed >= life_exp::kNoTableValue) return fixed;
-      value = fixed - static_cast<float>(r.year - r.lookupYear);
-      break;
-    }
+    case Basis::kOwnerRemaining: value = BeneficiaryFigure(r); break;
     default: return value;
   }
   if (value >= life_exp::kNoTableValue) return value;
@@ -578,6 +596,9 @@ std::vector<RuleLine> Explain(const GeneralInputs& gen, const YearRules& r) {
       lines.push_back({"Non-spouse beneficiary: figure at " + std::to_string(r.lookupAge) + " in " +
                            Year(r.lookupYear) + ", less 1 a year",
                        "Treas. Reg. 1.401(a)(9)-5, A-5(c)(1) (2002)"});
+      if (r.mixed)
+        lines.push_back({"A spouse and a non-spouse beneficiary: the older beneficiary's figure",
+                         "Treas. Reg. 1.401(a)(9)-5, A-7 (2002)"});
       break;
     case Basis::kSpouseOwnNotYet:
       lines.push_back({"The spouse treats the IRA as the spouse's own: nothing is due before the spouse's "
@@ -589,14 +610,25 @@ std::vector<RuleLine> Explain(const GeneralInputs& gen, const YearRules& r) {
                            ", Uniform Lifetime Table",
                        "Treas. Reg. 1.408-8(c)(1); 1.401(a)(9)-5(c)(1)"});
       break;
+    case Basis::kNothingUntilFinal:
+    case Basis::kWholeBalance:
+      lines.push_back({"No designated beneficiary, death before the required beginning date: five-year rule, the "
+                       "whole balance by 12/31/" + Year(r.finalYear) + (r.finalYear - r.ownerLookupYear > kFiveYears
+                                                                             ? " (a waived year not counted)"
+                                                                             : ""),
+                       "Treas. Reg. 1.401(a)(9)-3, A-2 and A-4(a)(2) (2002); IRC 401(a)(9)(H), (I)"});
+      return lines;
     case Basis::kSpouseChoiceNotComputed:
     case Basis::kNotComputedYet:
     case Basis::kBeneficiaryLife:
     case Basis::kAnnualWaived:
-    case Basis::kNothingUntilFinal:
-    case Basis::kWholeBalance:
     case Basis::kSpouseAsOwner: return lines;
   }
+  if (r.greaterOfOwner)
+    lines.push_back({"Death on or after the required beginning date: the owner's figure at " +
+                         std::to_string(r.ownerLookupAge) + " in " + Year(r.ownerLookupYear) +
+                         ", less 1 a year, if greater",
+                     "Treas. Reg. 1.401(a)(9)-5, A-5(a)(1) (2002)"});
   if (r.freshStart)
     lines.push_back({"Fixed before 2022: reset on the 2022 table at the same age",
                      "Treas. Reg. 1.401(a)(9)-9(f)(2)"});

@@ -403,7 +403,7 @@ void CurrentLawSection(Section& s, const GeneralInputs& gen, const IraDistResult
       break;
   }
   if (r.Law.greaterOfOwner && (r.Law.basis == Basis::kBeneficiaryLife || r.Law.basis == Basis::kAnnualWaived ||
-                               r.Law.basis == Basis::kSpouseYearly)) {
+                               r.Law.basis == Basis::kSpouseYearly || r.Law.basis == Basis::kNonSpouse)) {
     s.Divisor(Label("Single Life Table, owner's age " + std::to_string(r.Law.ownerLookupAge) + " in " +
                     std::to_string(r.Law.ownerLookupYear)),
               law::OwnerRemainingStart(r.Law));
