@@ -660,6 +660,9 @@ bool IsNotComputed(Basis basis) {
 }
 
 std::string NotComputedText(const YearRules& r) {
+  if (r.basis == Basis::kSpouseChoiceNotComputed && r.category == Category::kSpouse)
+    return "Not computed: the ten-year rule is open to a spouse only when the owner died before the required "
+           "beginning date. Please choose another option for the spouse.";
   return r.basis == Basis::kSpouseChoiceNotComputed ? kSpouseChoiceText : kDiedAfter2019Text;
 }
 

@@ -89,7 +89,7 @@ TEST_F(CurrentLawReports, WaivedYearAndDeathAfter2019SaySoWithoutAFigure) {
       // beginning date (4/1/2016 here).
       {"died in 2021, the spouse chose the ten-year rule", 2023, D(6, 1, 2021),
        {"(SECURE Act sec. 401(a), IRC 401(a)(9)(E) and (H); T.D. 10001)",
-        "  Not computed yet: the spouse's choice of the ten-year rule"},
+        "  Not computed: the ten-year rule is open to a spouse"},
        "Gross required minimum distribution"},
   };
   for (const Row& r : rows) {
