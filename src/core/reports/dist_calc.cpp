@@ -351,6 +351,16 @@ void EarlyHeading(Section& s, const GeneralInputs& gen) {
   }
 }
 
+// A fixed period: whose figure, looked up at which age in which year, and
+// what is left of it after the years since.
+void FixedPeriodLines(Section& s, const std::string& whose, std::int16_t age, std::int16_t lookupYear,
+                      std::int16_t year, float start, float now) {
+  s.Divisor(Label("Single Life Table, " + whose + " age " + std::to_string(age) + " in " + std::to_string(lookupYear)),
+            start);
+  s.Divisor(Label("Less " + std::to_string(year - lookupYear) + " for the years since " + std::to_string(lookupYear)),
+            now);
+}
+
 // The owner's side of an account under the law in force, a year from 2002.
 void CurrentLawSection(Section& s, const GeneralInputs& gen, const IraDistResults& r) {
   using law::Basis;
@@ -392,24 +402,16 @@ void CurrentLawSection(Section& s, const GeneralInputs& gen, const IraDistResult
       break;
     case Basis::kBeneficiaryLife:
     case Basis::kAnnualWaived:
-      s.Divisor(Label("Single Life Table, beneficiary's age " + std::to_string(r.Law.lookupAge) + " in " +
-                      std::to_string(r.Law.lookupYear)),
-                law::FixedPeriodStart(r.Law));
-      s.Divisor(Label("Less " + std::to_string(r.Law.year - r.Law.lookupYear) + " for the years since " +
-                      std::to_string(r.Law.lookupYear)),
-                law::BeneficiaryFigure(r.Law));
+      FixedPeriodLines(s, "beneficiary's", r.Law.lookupAge, r.Law.lookupYear, r.Law.year,
+                       law::FixedPeriodStart(r.Law), law::BeneficiaryFigure(r.Law));
       break;
     default:
       break;
   }
   if (r.Law.greaterOfOwner && (r.Law.basis == Basis::kBeneficiaryLife || r.Law.basis == Basis::kAnnualWaived ||
                                r.Law.basis == Basis::kSpouseYearly || r.Law.basis == Basis::kNonSpouse)) {
-    s.Divisor(Label("Single Life Table, owner's age " + std::to_string(r.Law.ownerLookupAge) + " in " +
-                    std::to_string(r.Law.ownerLookupYear)),
-              law::OwnerRemainingStart(r.Law));
-    s.Divisor(Label("Less " + std::to_string(r.Law.year - r.Law.ownerLookupYear) + " for the years since " +
-                    std::to_string(r.Law.ownerLookupYear)),
-              law::OwnerRemainingFigure(r.Law));
+    FixedPeriodLines(s, "owner's", r.Law.ownerLookupAge, r.Law.ownerLookupYear, r.Law.year,
+                     law::OwnerRemainingStart(r.Law), law::OwnerRemainingFigure(r.Law));
     s.Divisor(Label("Larger Life Expectancy"), le);
   }
   const bool amount = r.Law.basis != Basis::kBeforeFirstYear && r.Law.basis != Basis::kWaived &&

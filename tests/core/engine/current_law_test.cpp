@@ -51,6 +51,24 @@ class CurrentLawTest : public EngineTest {
     gen.RuleSet = kRulesCurrent;
     return gen;
   }
+  // An owner who died, the spouse's birth date, and one account with its beneficiaries.
+  static GeneralInputs DeadOwner(Date birth, std::int16_t dcy, Date death, Date spouse, bool spouseBen) {
+    GeneralInputs gen = Current(birth, dcy);
+    gen.OwnerDeathDate = death;
+    gen.SpouseBirthDate = spouse;
+    gen.SpouseBen = ToFlag(spouseBen);
+    return gen;
+  }
+  static IraRecord Inherited(const char* benefit, bool spouseBen, bool otherBen, Date bene, std::int16_t kind,
+                             std::int16_t choice) {
+    IraRecord ira = Ira(benefit);
+    ira.SpouseBen = ToFlag(spouseBen);
+    ira.OtherBen = ToFlag(otherBen);
+    ira.BeneBirthDate = bene;
+    ira.BeneKind = kind;
+    ira.SpouseChoice = choice;
+    return ira;
+  }
 };
 
 TEST_F(CurrentLawTest, OwnerSideToTheCent) {
@@ -119,16 +137,8 @@ TEST_F(CurrentLawTest, OwnerSideToTheCent) {
   };
   for (const Row& r : rows) {
     SCOPED_TRACE(r.name);
-    GeneralInputs gen = Current(r.birth, r.dcy);
-    gen.OwnerDeathDate = r.death;
-    gen.SpouseBirthDate = r.spouse;
-    gen.SpouseBen = ToFlag(r.spouseBen);
-    IraRecord ira = Ira(r.benefit);
-    ira.SpouseBen = ToFlag(r.spouseBen);
-    ira.OtherBen = ToFlag(r.otherBen);
-    ira.BeneBirthDate = r.bene;
-    ira.BeneKind = r.beneKind;
-    ira.SpouseChoice = r.spouseChoice;
+    const GeneralInputs gen = DeadOwner(r.birth, r.dcy, r.death, r.spouse, r.spouseBen);
+    IraRecord ira = Inherited(r.benefit, r.spouseBen, r.otherBen, r.bene, r.beneKind, r.spouseChoice);
     ira.FirstYearDist = M(r.firstYearPaid);
     rep_calc::IraDistResults out;
     rep_calc::CalcIraDist(gen, ira, out, 0.0f);
@@ -237,16 +247,8 @@ TEST_F(CurrentLawTest, BeneficiaryCategoriesToTheCent) {
   };
   for (const Row& r : rows) {
     SCOPED_TRACE(r.name);
-    GeneralInputs gen = Current(r.birth, r.dcy);
-    gen.OwnerDeathDate = r.death;
-    gen.SpouseBirthDate = r.spouse;
-    gen.SpouseBen = ToFlag(r.spouseBen);
-    IraRecord ira = Ira("100000");
-    ira.SpouseBen = ToFlag(r.spouseBen);
-    ira.OtherBen = ToFlag(r.otherBen);
-    ira.BeneBirthDate = r.bene;
-    ira.BeneKind = r.kind;
-    ira.SpouseChoice = r.choice;
+    const GeneralInputs gen = DeadOwner(r.birth, r.dcy, r.death, r.spouse, r.spouseBen);
+    const IraRecord ira = Inherited("100000", r.spouseBen, r.otherBen, r.bene, r.kind, r.choice);
     rep_calc::IraDistResults out;
     rep_calc::CalcIraDist(gen, ira, out, 0.0f);
     EXPECT_EQ(out.AgesSupported, kTrue);
