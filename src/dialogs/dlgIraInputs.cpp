@@ -7,6 +7,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QSpinBox>
 #include <QVBoxLayout>
 
 #include "core/base/checked.h"
@@ -15,6 +16,30 @@
 #include "dialogs/widgets/entry_controls.h"
 
 namespace ira::dialogs {
+namespace {
+
+constexpr int kNoChoiceYear = 1986;
+
+// A list of choices, each with its hint as the item's tooltip; the list's
+// own tooltip follows the current item.
+QComboBox* ChoiceList(QWidget* parent, const std::vector<irainputs::Choice>& choices) {
+  auto* list = new QComboBox(parent);
+  for (const auto& c : choices) {
+    list->addItem(QString::fromStdString(c.label), c.value);
+    list->setItemData(list->count() - 1, QString::fromStdString(c.hint), Qt::ToolTipRole);
+  }
+  QObject::connect(list, &QComboBox::currentIndexChanged, list,
+                   [list](int i) { list->setToolTip(list->itemData(i, Qt::ToolTipRole).toString()); });
+  return list;
+}
+
+void SelectValue(QComboBox* list, std::int16_t value) {
+  const int i = list->findData(value);
+  list->setCurrentIndex(i < 0 ? 0 : i);
+  list->setToolTip(list->itemData(list->currentIndex(), Qt::ToolTipRole).toString());
+}
+
+}  // namespace
 
 dlgIraInputs::dlgIraInputs(const GeneralInputs& gen, IraRecord& ira, QWidget* parent)
     : QDialog(parent), m_gen(gen), m_target(ira), m_ira(ira) {
@@ -33,6 +58,16 @@ dlgIraInputs::dlgIraInputs(const GeneralInputs& gen, IraRecord& ira, QWidget* pa
   beneForm->addRow(CSOptOtherBen);
   beneForm->addRow(QStringLiteral("Non-Spouse &Beneficiary:"), txtBeneName);
   beneForm->addRow(QStringLiteral("Beneficiary's Birt&hday:"), CSDtBeneBD);
+  lstBeneKind = ChoiceList(bene, irainputs::BeneKindChoices());
+  lstSpouseChoice = ChoiceList(bene, irainputs::SpouseChoices());
+  spnSpouseChoiceYear = new QSpinBox(bene);
+  // The lowest value stands for 0: the first year the choice can apply.
+  spnSpouseChoiceYear->setRange(kNoChoiceYear, 2200);
+  spnSpouseChoiceYear->setSpecialValueText(QStringLiteral("First year it can"));
+  spnSpouseChoiceYear->setToolTip(QStringLiteral("The year from which the spouse's choice applies."));
+  beneForm->addRow(QStringLiteral("Non-Spouse Beneficiary &Type:"), lstBeneKind);
+  beneForm->addRow(QStringLiteral("S&pouse's Choice:"), lstSpouseChoice);
+  beneForm->addRow(QStringLiteral("Spouse's Choice From Y&ear:"), spnSpouseChoiceYear);
 
   auto* amounts = new QGroupBox(QStringLiteral("Amounts"), this);
   CSCurBenefit = new widgets::CurrencyEdit(amounts);
@@ -91,6 +126,9 @@ dlgIraInputs::dlgIraInputs(const GeneralInputs& gen, IraRecord& ira, QWidget* pa
   CSCurFirstYear->SetText(e.firstYearDist);
   CStxtRateOfReturn->SetText(e.rateOfReturn);
   chkUse2002Table->setChecked(e.use2002Table);
+  SelectValue(lstBeneKind, e.beneKind);
+  SelectValue(lstSpouseChoice, e.spouseChoice);
+  spnSpouseChoiceYear->setValue(e.spouseChoiceYear == 0 ? kNoChoiceYear : e.spouseChoiceYear);
   FillRecalcChoices(e.bRecalc);
   SetIraEnables();
 
@@ -102,6 +140,7 @@ dlgIraInputs::dlgIraInputs(const GeneralInputs& gen, IraRecord& ira, QWidget* pa
   };
   connect(CSOptSpouseBen, &QCheckBox::toggled, this, refresh);
   connect(CSOptOtherBen, &QCheckBox::toggled, this, refresh);
+  connect(lstSpouseChoice, &QComboBox::currentIndexChanged, this, [this] { SetIraEnables(); });
   connect(CSDtBeneBD, &QLineEdit::editingFinished, this, [this, refresh] {
     irainputs::BeneficiaryBirthdayEntered(m_gen, Entries());
     refresh();
@@ -132,6 +171,10 @@ void dlgIraInputs::SetIraEnables() {
   CSDtBeneBD->setEnabled(CSOptOtherBen->isChecked());
   lstRecalc->setEnabled(!early);
   chkUse2002Table->setEnabled(early);
+  lstBeneKind->setEnabled(irainputs::BeneKindMatters(m_gen, CSOptOtherBen->isChecked()));
+  const bool spouse = irainputs::SpouseChoiceMatters(m_gen, CSOptSpouseBen->isChecked(), CSOptOtherBen->isChecked());
+  lstSpouseChoice->setEnabled(spouse);
+  spnSpouseChoiceYear->setEnabled(spouse && lstSpouseChoice->currentData().toInt() != kSpouseRemainBeneficiary);
 }
 
 irainputs::IraEntries dlgIraInputs::Entries() const {
@@ -147,6 +190,10 @@ irainputs::IraEntries dlgIraInputs::Entries() const {
   e.rateOfReturn = CStxtRateOfReturn->Text();
   e.bRecalc = lstRecalc != nullptr && lstRecalc->count() > 0 ? SelectedRecalc() : m_ira.bRecalc;
   e.use2002Table = chkUse2002Table->isChecked();
+  e.beneKind = static_cast<std::int16_t>(lstBeneKind->currentData().toInt());
+  e.spouseChoice = static_cast<std::int16_t>(lstSpouseChoice->currentData().toInt());
+  const int year = spnSpouseChoiceYear->value();
+  e.spouseChoiceYear = year == kNoChoiceYear ? std::int16_t{0} : static_cast<std::int16_t>(year);
   return e;
 }
 

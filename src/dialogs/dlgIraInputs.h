@@ -10,6 +10,7 @@
 class QCheckBox;
 class QComboBox;
 class QDialogButtonBox;
+class QSpinBox;
 
 namespace ira::widgets {
 class EntryEdit;
@@ -35,6 +36,9 @@ class dlgIraInputs : public QDialog {
   widgets::EntryEdit* CStxtRateOfReturn;
   QComboBox* lstRecalc;
   QCheckBox* chkUse2002Table;
+  QComboBox* lstBeneKind;
+  QComboBox* lstSpouseChoice;
+  QSpinBox* spnSpouseChoiceYear;
   QDialogButtonBox* buttons;
 
   irainputs::IraEntries Entries() const;

@@ -104,6 +104,9 @@ std::map<std::string, Setter> IraFields(IraRecord& r) {
       {"RateOfReturn", [&](const std::string& v) { r.RateOfReturn = Single(v); }},
       {"bRecalc", [&](const std::string& v) { r.bRecalc = Int16(v); }},
       {"chkUse2002Table", [&](const std::string& v) { r.chkUse2002Table = Flag(v); }},
+      {"BeneKind", [&](const std::string& v) { r.BeneKind = Int16(v); }},
+      {"SpouseChoice", [&](const std::string& v) { r.SpouseChoice = Int16(v); }},
+      {"SpouseChoiceYear", [&](const std::string& v) { r.SpouseChoiceYear = Int16(v); }},
   };
 }
 

@@ -105,6 +105,9 @@ void Project(Scenario& scenario, ProjCells& cells, std::vector<ProjYearTotals>& 
           balance[i] = results.AdjustedBenefit;
           const Money income =
               (y > 0 || gen.IncomeCalc != 0) ? Income(balance[i], yearIra.RateOfReturn) : Money();
+          // The final year of a ten- or five-year rule empties the account.
+          if (results.CurrentLaw && results.Law.basis == law::Basis::kWholeBalance)
+            cell.Distribution = balance[i] + income;
           balance[i] = balance[i] + income - cell.Distribution;
           cell.Income = income;
           cell.Distributed = yearIra.DistributedThisYear;

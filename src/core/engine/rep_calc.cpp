@@ -139,8 +139,11 @@ std::int16_t SlotFor(law::Basis basis) {
     case law::Basis::kJointSpouse: return kSlotJointSpouseRecalc;
     case law::Basis::kOwnerRemaining: return kSlotDecedent;
     case law::Basis::kSpouseYearly:
-    case law::Basis::kSpouseOwn: return kSlotSurvivingSpouse;
-    case law::Basis::kNonSpouse: return kSlotNonSpouseAfterDeath;
+    case law::Basis::kSpouseOwn:
+    case law::Basis::kSpouseAsOwner: return kSlotSurvivingSpouse;
+    case law::Basis::kNonSpouse:
+    case law::Basis::kBeneficiaryLife:
+    case law::Basis::kAnnualWaived: return kSlotNonSpouseAfterDeath;
     default: return kSlotDistPeriod;
   }
 }
@@ -152,7 +155,11 @@ bool HasAmount(law::Basis basis) {
     case law::Basis::kOwnerRemaining:
     case law::Basis::kSpouseYearly:
     case law::Basis::kSpouseOwn:
-    case law::Basis::kNonSpouse: return true;
+    case law::Basis::kNonSpouse:
+    case law::Basis::kBeneficiaryLife:
+    case law::Basis::kAnnualWaived:
+    case law::Basis::kWholeBalance:
+    case law::Basis::kSpouseAsOwner: return true;
     default: return false;
   }
 }
@@ -192,6 +199,13 @@ void CalcCurrentLaw(const GeneralInputs& gen, const IraRecord& ira, IraDistResul
     out.DcyLifeExp[out.SlotLater] = divisor;
     if (out.Law.basis == law::Basis::kJointSpouse) out.DcyLifeExp[kSlotDistPeriod] = law::UniformFigure(out.Law);
     out.GrossLater = RequiredAmount(out.AdjustedBenefit, divisor, percentOver);
+    // The whole balance, and no more, in the final year.
+    if (out.Law.basis == law::Basis::kWholeBalance) out.GrossLater = out.AdjustedBenefit;
+    // Shown as due, and waived: nothing to pay.
+    if (out.Law.basis == law::Basis::kAnnualWaived) {
+      out.WaivedAmount = out.GrossLater;
+      out.GrossLater = Money();
+    }
   }
   FinishCurrentLaw(out);
 }

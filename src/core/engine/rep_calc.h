@@ -53,6 +53,7 @@ struct IraDistResults {
   Money DistributedThisYear;  // 12
   Money ToPay1987;            // 13 = 10 - 12
   Money ToPayLater;           // 14 = 11 - 12
+  Money WaivedAmount;         // the law in force: an annual amount a notice waived (GrossLater is 0)
   // The law in force (rule set 1) from 2002, or a Notice 2022-6 series: the
   // amounts above are the later ones; Law says which rule gave them.
   bool CurrentLaw = false;

@@ -26,7 +26,166 @@ bool SpouseSole(const IraRecord& ira) { return ira.SpouseBen != 0 && ira.OtherBe
 
 std::int16_t Plus(std::int16_t year, int n) { return CheckedInt16(static_cast<long long>(year) + n, "law"); }
 
+constexpr std::int16_t kMajorityAge = 21;
+constexpr int kEligibleYounger = 10;     // years younger, birth date to birth date
+constexpr int kTenYears = 10;
+constexpr int kFiveYears = 5;
+constexpr std::int16_t kFirstSpouseAsOwnerYear = 2024;  // calendar years after 2023
+constexpr std::int16_t kLastWaivedDeathYear = 2023;
+constexpr std::int16_t kFirstWaivedAnnualYear = 2021;
+constexpr std::int16_t kLastWaivedAnnualYear = 2024;
+
+// The figure looked up in lookupYear at lookupAge, less one for each year since.
+float FixedPeriod(TableSet tables, std::int16_t lookupAge, std::int16_t lookupYear, std::int16_t year) {
+  const float fixed = life_exp::SingleLife(tables, lookupAge);
+  if (fixed >= life_exp::kNoTableValue) return fixed;
+  return fixed - static_cast<float>(year - lookupYear);
+}
+
+// The greater of two figures, or no figure when either table lacks the age.
+float Greater(float a, float b) {
+  if (a >= life_exp::kNoTableValue || b >= life_exp::kNoTableValue) return life_exp::kNoTableValue;
+  return std::max(a, b);
+}
+
+// The non-spouse beneficiary's own category, as fixed at the owner's death.
+Category NonSpouseCategory(const GeneralInputs& gen, const IraRecord& ira) {
+  switch (ira.BeneKind) {
+    case kBeneNotIndividual: return Category::kNoDesignated;
+    case kBeneDisabled:
+    case kBeneChronicallyIll: return Category::kEligible;
+    case kBeneMinorChild:
+      if (gen.OwnerDeathDate < AddYears(ira.BeneBirthDate, kMajorityAge)) return Category::kMinorChild;
+      break;
+    default: break;
+  }
+  if (ira.BeneBirthDate <= AddYears(gen.OwnerBirthDate, kEligibleYounger)) return Category::kEligible;
+  return Category::kDesignated;
+}
+
+std::int16_t WaiverNoticeYear(std::int16_t year) { return year <= 2022 ? 2022 : year; }
+
+std::string WaiverNotice(std::int16_t year) {
+  const std::int16_t notice = WaiverNoticeYear(year);
+  return "Notice " + Year(notice) + (notice == 2022 ? "-53" : notice == 2023 ? "-54" : "-35");
+}
+
+// The life expectancy payments of the beneficiary whose figure is used: the
+// older one when a spouse and a non-spouse share an account.
+void BeneficiaryLife(const GeneralInputs& gen, const IraRecord& ira, std::int16_t deathYear, YearRules& r) {
+  const Date birth = r.mixed ? std::min(gen.SpouseBirthDate, ira.BeneBirthDate) : ira.BeneBirthDate;
+  r.basis = Basis::kBeneficiaryLife;
+  r.lookupYear = Plus(deathYear, 1);
+  r.lookupAge = AgeInYear(birth, r.lookupYear);
+  r.greaterOfOwner = r.afterRbd;
+}
+
+void FinalYearRule(std::int16_t year, YearRules& r) {
+  if (year >= r.finalYear) r.basis = Basis::kWholeBalance;
+}
+
+void SpouseRules(const GeneralInputs& gen, const IraRecord& ira, std::int16_t year, std::int16_t deathYear,
+                 YearRules& r) {
+  r.spouseAge = AgeInYear(gen.SpouseBirthDate, year);
+  const std::int16_t choiceYear = ira.SpouseChoiceYear != 0 ? ira.SpouseChoiceYear : Plus(deathYear, 1);
+  const std::int16_t choice = year >= choiceYear ? ira.SpouseChoice : std::int16_t{kSpouseRemainBeneficiary};
+  // Not before the year after death, nor, for a death before the required
+  // beginning date, before the owner would have reached the applicable age.
+  r.startYear = Plus(deathYear, 1);
+  if (!r.afterRbd)
+    r.startYear = std::max(r.startYear, FirstDistributionYear(gen.OwnerBirthDate, gen.Age1959));
+  if (choice == kSpouseTreatAsOwn) {
+    r.schedule = Schedule::kSpouseOwn;
+    r.startYear = FirstDistributionYear(gen.SpouseBirthDate, gen.Age1959);
+    r.basis = year < r.startYear ? Basis::kSpouseOwnNotYet : Basis::kSpouseOwn;
+  } else if (choice == kSpouseTenYear) {
+    // Open only to a spouse of an owner who died before the required beginning date.
+    if (r.afterRbd) {
+      r.basis = Basis::kSpouseChoiceNotComputed;
+      return;
+    }
+    r.schedule = Schedule::kTenYear;
+    r.finalYear = Plus(deathYear, kTenYears);
+    r.basis = Basis::kNothingUntilFinal;
+    FinalYearRule(year, r);
+  } else if (choice == kSpouseTreatedAsOwner && year >= kFirstSpouseAsOwnerYear) {
+    r.schedule = Schedule::kSpouseOwn;
+    r.proposed = true;
+    r.basis = year < r.startYear ? Basis::kSpouseNotYet : Basis::kSpouseAsOwner;
+  } else {
+    r.schedule = Schedule::kSpouseYearly;
+    r.greaterOfOwner = r.afterRbd;
+    r.basis = year < r.startYear ? Basis::kSpouseNotYet : Basis::kSpouseYearly;
+  }
+}
+
+// An owner who died in 2020 or later: the SECURE Act and the 2024 final rules.
+void SecureRules(const GeneralInputs& gen, const IraRecord& ira, std::int16_t year, YearRules& r) {
+  const std::int16_t deathYear = YearOf(gen.OwnerDeathDate);
+  r.category = Classify(gen, ira);
+  r.afterRbd = DiedOnOrAfterRbd(gen);
+  r.mixed = ira.SpouseBen != 0 && ira.OtherBen != 0;
+  r.beneKind = ira.BeneKind;
+  r.ownerLookupYear = deathYear;
+  r.ownerLookupAge = AgeInYear(gen.OwnerBirthDate, deathYear);
+  switch (r.category) {
+    case Category::kNone: r.basis = Basis::kNotComputedYet; break;
+    case Category::kSpouse: SpouseRules(gen, ira, year, deathYear, r); break;
+    case Category::kNoDesignated:
+      if (r.afterRbd) {
+        r.schedule = Schedule::kOwnerLife;
+        r.basis = Basis::kOwnerRemaining;
+        r.lookupYear = r.ownerLookupYear;
+        r.lookupAge = r.ownerLookupAge;
+      } else {
+        r.schedule = Schedule::kFiveYear;
+        r.finalYear = Plus(deathYear, kFiveYears);
+        r.basis = Basis::kNothingUntilFinal;
+        FinalYearRule(year, r);
+      }
+      break;
+    case Category::kEligible:
+      r.schedule = Schedule::kLifeExpectancy;
+      BeneficiaryLife(gen, ira, deathYear, r);
+      break;
+    case Category::kMinorChild:
+      r.schedule = Schedule::kMinorThenTen;
+      r.majorityYear = YearOf(AddYears(ira.BeneBirthDate, kMajorityAge));
+      r.finalYear = Plus(r.majorityYear, kTenYears);
+      BeneficiaryLife(gen, ira, deathYear, r);
+      FinalYearRule(year, r);
+      break;
+    case Category::kDesignated:
+      r.finalYear = Plus(deathYear, kTenYears);
+      if (r.afterRbd) {
+        r.schedule = Schedule::kTenYearAnnual;
+        BeneficiaryLife(gen, ira, deathYear, r);
+        if (deathYear <= kLastWaivedDeathYear && year >= kFirstWaivedAnnualYear && year <= kLastWaivedAnnualYear)
+          r.basis = Basis::kAnnualWaived;
+      } else {
+        r.schedule = Schedule::kTenYear;
+        r.basis = Basis::kNothingUntilFinal;
+      }
+      FinalYearRule(year, r);
+      break;
+  }
+  r.freshStart = year >= kFirst2022TablesYear &&
+                 ((r.lookupYear != 0 && r.lookupYear < kFirst2022TablesYear) ||
+                  (r.greaterOfOwner && r.ownerLookupYear < kFirst2022TablesYear));
+}
+
 }  // namespace
+
+Category Classify(const GeneralInputs& gen, const IraRecord& ira) {
+  if (!HasDeathDate(gen) || YearOf(gen.OwnerDeathDate) < kFirstSecureYear) return Category::kNone;
+  if (ira.OtherBen != 0) return NonSpouseCategory(gen, ira);  // the stricter, beside a spouse
+  if (ira.SpouseBen != 0) return Category::kSpouse;
+  return Category::kNoDesignated;
+}
+
+bool DiedOnOrAfterRbd(const GeneralInputs& gen) {
+  return HasDeathDate(gen) && gen.OwnerDeathDate >= RequiredBeginningDate(gen.OwnerBirthDate, gen.Age1959);
+}
 
 const char* const kNotComputedYetText =
     "Not computed yet: see the Distribution Calculations report for the reason.";
@@ -139,7 +298,7 @@ YearRules OwnerSideRules(const GeneralInputs& gen, const IraRecord& ira, std::in
   }
   const std::int16_t deathYear = YearOf(gen.OwnerDeathDate);
   if (deathYear >= kFirstSecureYear) {
-    r.basis = Basis::kNotComputedYet;
+    SecureRules(gen, ira, year, r);
     return r;
   }
   if (IsWaivedYear(year)) {
@@ -150,6 +309,21 @@ YearRules OwnerSideRules(const GeneralInputs& gen, const IraRecord& ira, std::in
   // that is not see-through) leaves the account without a designated
   // beneficiary, whoever else is named.
   r.noDesignated = ira.OtherBen != 0 && ira.BeneKind == kBeneNotIndividual;
+  r.afterRbd = DiedOnOrAfterRbd(gen);
+  r.ownerLookupYear = deathYear;
+  r.ownerLookupAge = AgeInYear(gen.OwnerBirthDate, deathYear);
+  r.mixed = ira.SpouseBen != 0 && ira.OtherBen != 0;
+  if (((ira.SpouseBen == 0 && ira.OtherBen == 0) || r.noDesignated) && !r.afterRbd) {
+    // Before the required beginning date without a designated beneficiary:
+    // the five-year rule, counted without a waived year.
+    r.schedule = Schedule::kFiveYear;
+    r.finalYear = Plus(deathYear, kFiveYears);
+    for (std::int16_t y = Plus(deathYear, 1); y <= r.finalYear; ++y)
+      if (IsWaivedYear(y)) r.finalYear = Plus(r.finalYear, 1);
+    r.basis = Basis::kNothingUntilFinal;
+    FinalYearRule(year, r);
+    return r;
+  }
   if ((ira.SpouseBen == 0 && ira.OtherBen == 0) || r.noDesignated) {
     r.basis = Basis::kOwnerRemaining;
     r.lookupYear = deathYear;
@@ -173,13 +347,21 @@ YearRules OwnerSideRules(const GeneralInputs& gen, const IraRecord& ira, std::in
     const Date reached = ApplicableAgeDate(gen.OwnerBirthDate, gen.Age1959);
     if (gen.OwnerDeathDate < reached) r.startYear = std::max(r.startYear, YearOf(reached));
     r.basis = year < r.startYear ? Basis::kSpouseNotYet : Basis::kSpouseYearly;
+    // On or after the required beginning date the owner's remaining figure,
+    // if longer.
+    r.greaterOfOwner = r.afterRbd;
     return r;
   } else {
+    // The older beneficiary's (the shorter) life expectancy when a spouse
+    // shares the account.
+    const Date birth = r.mixed ? std::min(gen.SpouseBirthDate, ira.BeneBirthDate) : ira.BeneBirthDate;
     r.basis = Basis::kNonSpouse;
     r.lookupYear = Plus(deathYear, 1);
-    r.lookupAge = AgeInYear(ira.BeneBirthDate, r.lookupYear);
+    r.lookupAge = AgeInYear(birth, r.lookupYear);
+    r.greaterOfOwner = r.afterRbd;
   }
-  r.freshStart = r.lookupYear < kFirst2022TablesYear && year >= kFirst2022TablesYear;
+  r.freshStart = year >= kFirst2022TablesYear &&
+                 (r.lookupYear < kFirst2022TablesYear || (r.greaterOfOwner && r.ownerLookupYear < kFirst2022TablesYear));
   return r;
 }
 
@@ -188,15 +370,20 @@ float Divisor(const YearRules& r) {
   switch (r.basis) {
     case Basis::kUniform: value = life_exp::UniformLifetime(r.tables, r.ownerAge); break;
     case Basis::kJointSpouse: value = life_exp::JointLife(r.tables, r.ownerAge, r.spouseAge); break;
-    case Basis::kSpouseYearly: value = life_exp::SingleLife(r.tables, r.spouseAge); break;
-    case Basis::kSpouseOwn: value = life_exp::UniformLifetime(r.tables, r.spouseAge); break;
-    case Basis::kOwnerRemaining:
-    case Basis::kNonSpouse: {
-      const float fixed = life_exp::SingleLife(r.tables, r.lookupAge);
-      if (fixed >= life_exp::kNoTableValue) return fixed;
-      value = fixed - static_cast<float>(r.year - r.lookupYear);
+    case Basis::kSpouseYearly:
+      value = life_exp::SingleLife(r.tables, r.spouseAge);
+      if (r.greaterOfOwner) value = Greater(value, OwnerRemainingFigure(r));
       break;
-    }
+    case Basis::kSpouseOwn:
+    case Basis::kSpouseAsOwner: value = life_exp::UniformLifetime(r.tables, r.spouseAge); break;
+    case Basis::kWholeBalance: return 1.0f;
+    case Basis::kNonSpouse:
+    case Basis::kBeneficiaryLife:
+    case Basis::kAnnualWaived:
+      value = BeneficiaryFigure(r);
+      if (r.greaterOfOwner) value = Greater(value, OwnerRemainingFigure(r));
+      break;
+    case Basis::kOwnerRemaining: value = BeneficiaryFigure(r); break;
     default: return value;
   }
   if (value >= life_exp::kNoTableValue) return value;
@@ -205,7 +392,137 @@ float Divisor(const YearRules& r) {
 
 float FixedPeriodStart(const YearRules& r) { return life_exp::SingleLife(r.tables, r.lookupAge); }
 
+float BeneficiaryFigure(const YearRules& r) { return FixedPeriod(r.tables, r.lookupAge, r.lookupYear, r.year); }
+
+float OwnerRemainingFigure(const YearRules& r) {
+  return FixedPeriod(r.tables, r.ownerLookupAge, r.ownerLookupYear, r.year);
+}
+
+float OwnerRemainingStart(const YearRules& r) { return life_exp::SingleLife(r.tables, r.ownerLookupAge); }
+
 float UniformFigure(const YearRules& r) { return life_exp::UniformLifetime(r.tables, r.ownerAge); }
+
+namespace {
+
+std::string CategoryText(const YearRules& r) {
+  switch (r.category) {
+    case Category::kSpouse: return "the surviving spouse, sole beneficiary (eligible designated beneficiary)";
+    case Category::kEligible: return "an eligible designated beneficiary";
+    case Category::kMinorChild: return "the owner's child under 21 (eligible designated beneficiary)";
+    case Category::kDesignated: return "a designated beneficiary who is not an eligible one";
+    case Category::kNoDesignated: return "no designated beneficiary";
+    case Category::kNone: break;
+  }
+  return "";
+}
+
+std::string CategoryCitation(const YearRules& r) {
+  switch (r.category) {
+    case Category::kSpouse: return "IRC 401(a)(9)(E)(ii)(I)";
+    case Category::kMinorChild: return "IRC 401(a)(9)(E)(ii)(II); Treas. Reg. 1.401(a)(9)-4(e)(3)";
+    case Category::kEligible:
+      if (r.beneKind == kBeneDisabled) return "IRC 401(a)(9)(E)(ii)(III)";
+      if (r.beneKind == kBeneChronicallyIll) return "IRC 401(a)(9)(E)(ii)(IV)";
+      return "IRC 401(a)(9)(E)(ii)(V): not more than 10 years younger than the owner";
+    case Category::kDesignated: return "IRC 401(a)(9)(H)(i)";
+    default: return "Treas. Reg. 1.401(a)(9)-4(a)";
+  }
+}
+
+RuleLine ScheduleRule(const YearRules& r) {
+  const std::string by = "the whole balance by 12/31/" + Year(r.finalYear);
+  switch (r.schedule) {
+    case Schedule::kTenYear: return {"Ten-year rule without annual amounts: " + by, "Treas. Reg. 1.401(a)(9)-3(c)(3)"};
+    case Schedule::kTenYearAnnual:
+      return {"Ten-year rule with annual amounts in years 1 to 9: " + by, "Treas. Reg. 1.401(a)(9)-5(d)(1), (e)(2)"};
+    case Schedule::kFiveYear: return {"Five-year rule: " + by, "Treas. Reg. 1.401(a)(9)-3(c)(2)"};
+    case Schedule::kOwnerLife:
+      return {"The owner's remaining life expectancy: figure at " + std::to_string(r.ownerLookupAge) + " in " +
+                  Year(r.ownerLookupYear) + ", less 1 a year",
+              "Treas. Reg. 1.401(a)(9)-5(d)(1)(iii)"};
+    case Schedule::kMinorThenTen:
+      return {"Life expectancy until the 21st birthday in " + Year(r.majorityYear) +
+                  ", then ten more years with annual amounts continuing: " + by,
+              "Treas. Reg. 1.401(a)(9)-5(e)(4)"};
+    case Schedule::kLifeExpectancy:
+      return {"Life expectancy payments from " + Year(r.lookupYear), "Treas. Reg. 1.401(a)(9)-3(c)(4); 1.401(a)(9)-5(d)(2)"};
+    case Schedule::kSpouseYearly:
+      return {"The spouse remains the beneficiary: the spouse's figure, looked up each year, from " +
+                  Year(r.startYear),
+              "IRC 401(a)(9)(B)(iv); Treas. Reg. 1.401(a)(9)-3(d); 1.401(a)(9)-5(d)(3)(iv)"};
+    case Schedule::kSpouseOwn:
+      if (r.proposed)
+        return {"The spouse elects to be treated as the owner: Uniform Lifetime Table at the spouse's age, from " +
+                    Year(r.startYear) + " (proposed rules)",
+                "SECURE 2.0 Act sec. 327, IRC 401(a)(9)(B)(iv); Prop. Treas. Reg. 1.401(a)(9)-5(g)(3) (2024)"};
+      return {"The spouse treats the IRA as the spouse's own: the spouse's own applicable age and Uniform Lifetime "
+              "Table, from " + Year(r.startYear),
+              "Treas. Reg. 1.408-8(c)(1)"};
+    case Schedule::kNone: break;
+  }
+  return {"", ""};
+}
+
+void ExplainSecure(const GeneralInputs& gen, const YearRules& r, std::vector<RuleLine>& lines) {
+  const Date rbd = RequiredBeginningDate(gen.OwnerBirthDate, gen.Age1959);
+  lines.push_back({std::string(r.afterRbd ? "On or after" : "Before") + " the owner's required beginning date, " +
+                       FormatMdy(rbd),
+                   RequiredBeginningDateRule().citation});
+  lines.push_back({"Beneficiary: " + CategoryText(r), CategoryCitation(r)});
+  if (r.mixed)
+    lines.push_back({"A spouse and a non-spouse beneficiary: the stricter category governs, with the older "
+                     "beneficiary's life expectancy",
+                     "Treas. Reg. 1.401(a)(9)-5, A-7 (2002); 1.401(a)(9)-8(a)"});
+  if (r.basis == Basis::kSpouseChoiceNotComputed) return;
+  lines.push_back(ScheduleRule(r));
+  const std::string year = Year(r.year);
+  switch (r.basis) {
+    case Basis::kBeneficiaryLife:
+    case Basis::kAnnualWaived:
+      lines.push_back({"The beneficiary's figure at " + std::to_string(r.lookupAge) + " in " + Year(r.lookupYear) +
+                           ", less 1 a year",
+                       "Treas. Reg. 1.401(a)(9)-5(d)(2)"});
+      break;
+    case Basis::kSpouseYearly:
+      lines.push_back({"The spouse's figure at " + std::to_string(r.spouseAge) + " in " + year,
+                       "Treas. Reg. 1.401(a)(9)-5(d)(3)(iv)"});
+      break;
+    default: break;
+  }
+  if (r.greaterOfOwner && (r.basis == Basis::kBeneficiaryLife || r.basis == Basis::kAnnualWaived ||
+                           r.basis == Basis::kSpouseYearly))
+    lines.push_back({"Death on or after the required beginning date: the greater of that and the owner's figure at " +
+                         std::to_string(r.ownerLookupAge) + " in " + Year(r.ownerLookupYear) + ", less 1 a year",
+                     "Treas. Reg. 1.401(a)(9)-5(d)(1)(ii)"});
+  switch (r.basis) {
+    case Basis::kAnnualWaived:
+      lines.push_back({"The annual amount for " + year + " is due and waived; the final year does not move",
+                       WaiverNotice(r.year)});
+      break;
+    case Basis::kNothingUntilFinal:
+      lines.push_back({"No annual amount: nothing is due before " + Year(r.finalYear), ScheduleRule(r).citation});
+      return;
+    case Basis::kWholeBalance:
+      lines.push_back({"Final year: the whole balance is due by 12/31/" + Year(r.finalYear),
+                       ScheduleRule(r).citation});
+      return;
+    case Basis::kSpouseNotYet:
+    case Basis::kSpouseOwnNotYet:
+      lines.push_back({"Nothing is due before " + Year(r.startYear), ScheduleRule(r).citation});
+      return;
+    default: break;
+  }
+  if (r.schedule == Schedule::kTenYearAnnual && r.year == kLastWaivedAnnualYear + 1 &&
+      r.ownerLookupYear <= kLastWaivedDeathYear)
+    lines.push_back({"2025 is the first year the annual amounts are enforced; the divisor runs as if paid since " +
+                         Year(r.lookupYear),
+                     "T.D. 10001; Notice 2024-35"});
+  if (r.freshStart)
+    lines.push_back({"Fixed before 2022: reset on the 2022 table at the same age", "Treas. Reg. 1.401(a)(9)-9(f)(2)"});
+  lines.push_back(TablesRule(r.year));
+}
+
+}  // namespace
 
 std::vector<RuleLine> Explain(const GeneralInputs& gen, const YearRules& r) {
   std::vector<RuleLine> lines;
@@ -227,11 +544,14 @@ std::vector<RuleLine> Explain(const GeneralInputs& gen, const YearRules& r) {
     if (first == 2019 && r.year == 2019)
       lines.push_back({"Not required if not paid before 1/1/2020", "CARES Act sec. 2203, IRC 401(a)(9)(I)"});
     if (HasDeathDate(gen) && r.year == YearOf(gen.OwnerDeathDate))
-      lines.push_back({"Year of death: the owner's own amount, as if alive all year",
+      lines.push_back({"Year of death: the owner's own amount, as if alive all year; what the owner did not take "
+                       "is due from the beneficiary",
                        "Treas. Reg. 1.401(a)(9)-5(c)(1); 1.408-8(e)(4)"});
-  } else if (r.basis == Basis::kNotComputedYet) {
+  } else if (YearOf(gen.OwnerDeathDate) >= kFirstSecureYear) {
     lines.push_back({"Owner died " + FormatMdy(gen.OwnerDeathDate) + ", after 2019: SECURE Act beneficiary rules",
-                     "SECURE Act sec. 401(a), IRC 401(a)(9)(E) and (H)"});
+                     "SECURE Act sec. 401(a), IRC 401(a)(9)(E) and (H); T.D. 10001"});
+    if (r.basis == Basis::kNotComputedYet) return lines;
+    ExplainSecure(gen, r, lines);
     return lines;
   } else {
     lines.push_back({"Owner died " + FormatMdy(gen.OwnerDeathDate) +
@@ -276,6 +596,9 @@ std::vector<RuleLine> Explain(const GeneralInputs& gen, const YearRules& r) {
       lines.push_back({"Non-spouse beneficiary: figure at " + std::to_string(r.lookupAge) + " in " +
                            Year(r.lookupYear) + ", less 1 a year",
                        "Treas. Reg. 1.401(a)(9)-5, A-5(c)(1) (2002)"});
+      if (r.mixed)
+        lines.push_back({"A spouse and a non-spouse beneficiary: the older beneficiary's figure",
+                         "Treas. Reg. 1.401(a)(9)-5, A-7 (2002)"});
       break;
     case Basis::kSpouseOwnNotYet:
       lines.push_back({"The spouse treats the IRA as the spouse's own: nothing is due before the spouse's "
@@ -287,9 +610,25 @@ std::vector<RuleLine> Explain(const GeneralInputs& gen, const YearRules& r) {
                            ", Uniform Lifetime Table",
                        "Treas. Reg. 1.408-8(c)(1); 1.401(a)(9)-5(c)(1)"});
       break;
+    case Basis::kNothingUntilFinal:
+    case Basis::kWholeBalance:
+      lines.push_back({"No designated beneficiary, death before the required beginning date: five-year rule, the "
+                       "whole balance by 12/31/" + Year(r.finalYear) + (r.finalYear - r.ownerLookupYear > kFiveYears
+                                                                             ? " (a waived year not counted)"
+                                                                             : ""),
+                       "Treas. Reg. 1.401(a)(9)-3, A-2 and A-4(a)(2) (2002); IRC 401(a)(9)(H), (I)"});
+      return lines;
     case Basis::kSpouseChoiceNotComputed:
-    case Basis::kNotComputedYet: return lines;
+    case Basis::kNotComputedYet:
+    case Basis::kBeneficiaryLife:
+    case Basis::kAnnualWaived:
+    case Basis::kSpouseAsOwner: return lines;
   }
+  if (r.greaterOfOwner)
+    lines.push_back({"Death on or after the required beginning date: the owner's figure at " +
+                         std::to_string(r.ownerLookupAge) + " in " + Year(r.ownerLookupYear) +
+                         ", less 1 a year, if greater",
+                     "Treas. Reg. 1.401(a)(9)-5, A-5(a)(1) (2002)"});
   if (r.freshStart)
     lines.push_back({"Fixed before 2022: reset on the 2022 table at the same age",
                      "Treas. Reg. 1.401(a)(9)-9(f)(2)"});
@@ -302,7 +641,9 @@ std::string Deadline(const GeneralInputs& gen, const YearRules& r) {
     case Basis::kBeforeFirstYear:
     case Basis::kWaived:
     case Basis::kSpouseNotYet:
-    case Basis::kSpouseOwnNotYet: return "No distribution required for " + Year(r.year);
+    case Basis::kSpouseOwnNotYet:
+    case Basis::kNothingUntilFinal: return "No distribution required for " + Year(r.year);
+    case Basis::kAnnualWaived: return "No distribution required for " + Year(r.year) + " (waived)";
     case Basis::kNotComputedYet:
     case Basis::kSpouseChoiceNotComputed: return "Not computed yet";
     default: break;
@@ -319,6 +660,9 @@ bool IsNotComputed(Basis basis) {
 }
 
 std::string NotComputedText(const YearRules& r) {
+  if (r.basis == Basis::kSpouseChoiceNotComputed && r.category == Category::kSpouse)
+    return "Not computed: the ten-year rule is open to a spouse only when the owner died before the required "
+           "beginning date. Please choose another option for the spouse.";
   return r.basis == Basis::kSpouseChoiceNotComputed ? kSpouseChoiceText : kDiedAfter2019Text;
 }
 

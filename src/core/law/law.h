@@ -72,7 +72,40 @@ enum class Basis : std::int16_t {
   kSpouseOwnNotYet,  // died before 2020, spouse sole, treats the IRA as own: before the spouse's first year
   kSpouseOwn,        // the same from the spouse's first year: Uniform Lifetime at the spouse's age
   kSpouseChoiceNotComputed,  // the spouse chose the ten-year rule or to be treated as the owner
+  // Deaths from 2020:
+  kBeneficiaryLife,   // the beneficiary's figure less 1 a year (or the owner's, if greater)
+  kAnnualWaived,      // the same figure under the ten-year rule, its amount waived (2021-2024)
+  kNothingUntilFinal, // ten-year or five-year rule without annual amounts, before the final year
+  kWholeBalance,      // the final year: the whole balance is due
+  kSpouseAsOwner,     // the spouse treated as the owner: Uniform Lifetime at the spouse's age
 };
+
+// Who inherits, as the law fixes it at the owner's death (deaths from 2020).
+enum class Category : std::int16_t {
+  kNone,           // the owner is living, or died before 2020
+  kSpouse,         // the surviving spouse, sole beneficiary
+  kEligible,       // disabled, chronically ill, or not more than 10 years younger
+  kMinorChild,     // the owner's child, until 21
+  kDesignated,     // any other individual
+  kNoDesignated,   // not an individual, or no beneficiary at all
+};
+
+// How the account must be paid out (deaths from 2020).
+enum class Schedule : std::int16_t {
+  kNone,
+  kLifeExpectancy,
+  kTenYear,         // death before the required beginning date: nothing until the final year
+  kTenYearAnnual,   // on or after it: annual amounts in years 1 to 9
+  kFiveYear,
+  kOwnerLife,       // the owner's remaining life expectancy
+  kMinorThenTen,    // life expectancy until 21, then ten more years, annual amounts continuing
+  kSpouseYearly,    // the spouse's figure looked up each year
+  kSpouseOwn,       // the spouse's own Uniform Lifetime figure
+};
+
+Category Classify(const GeneralInputs& gen, const IraRecord& ira);
+// Deaths from 2020: on or after the required beginning date, as dates.
+bool DiedOnOrAfterRbd(const GeneralInputs& gen);
 
 
 struct YearRules {
@@ -88,6 +121,18 @@ struct YearRules {
   bool freshStart = false;
   std::int16_t startYear = 0;  // a surviving spouse's first year
   bool noDesignated = false;   // the beneficiary named is not an individual
+  // Deaths from 2020.
+  Category category = Category::kNone;
+  Schedule schedule = Schedule::kNone;
+  bool afterRbd = false;
+  bool mixed = false;             // spouse and non-spouse on one account
+  bool greaterOfOwner = false;    // the owner's remaining figure, if greater
+  std::int16_t ownerLookupYear = 0;
+  std::int16_t ownerLookupAge = 0;
+  std::int16_t finalYear = 0;     // 0: no final year
+  std::int16_t majorityYear = 0;  // a minor child's 21st birthday
+  bool proposed = false;          // rests on proposed rules
+  std::int16_t beneKind = 0;      // BeneKindCode
 };
 YearRules OwnerSideRules(const GeneralInputs& gen, const IraRecord& ira, std::int16_t year);
 
@@ -100,6 +145,10 @@ std::string NotComputedText(const YearRules& rules);
 float Divisor(const YearRules& rules);
 // A fixed period's figure in its lookup year, before any year is taken off.
 float FixedPeriodStart(const YearRules& rules);
+// The beneficiary's and the owner's fixed periods in the rules' year.
+float BeneficiaryFigure(const YearRules& rules);
+float OwnerRemainingFigure(const YearRules& rules);
+float OwnerRemainingStart(const YearRules& rules);
 // The Uniform Lifetime figure beside a joint one, for the report.
 float UniformFigure(const YearRules& rules);
 

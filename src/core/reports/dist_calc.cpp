@@ -371,6 +371,16 @@ void EarlyHeading(Section& s, const GeneralInputs& gen) {
   }
 }
 
+// A fixed period: whose figure, looked up at which age in which year, and
+// what is left of it after the years since.
+void FixedPeriodLines(Section& s, const std::string& whose, std::int16_t age, std::int16_t lookupYear,
+                      std::int16_t year, float start, float now) {
+  s.Divisor(Label("Single Life Table, " + whose + " age " + std::to_string(age) + " in " + std::to_string(lookupYear)),
+            start);
+  s.Divisor(Label("Less " + std::to_string(year - lookupYear) + " for the years since " + std::to_string(lookupYear)),
+            now);
+}
+
 // The owner's side of an account under the law in force, a year from 2002.
 void CurrentLawSection(Section& s, const GeneralInputs& gen, const IraDistResults& r) {
   using law::Basis;
@@ -407,16 +417,34 @@ void CurrentLawSection(Section& s, const GeneralInputs& gen, const IraDistResult
       s.Divisor(Label("Single Life Table, spouse's age " + std::to_string(r.Law.spouseAge)), le);
       break;
     case Basis::kSpouseOwn:
+    case Basis::kSpouseAsOwner:
       s.Divisor(Label("Uniform Lifetime Table, spouse's age " + std::to_string(r.Law.spouseAge)), le);
+      break;
+    case Basis::kBeneficiaryLife:
+    case Basis::kAnnualWaived:
+      FixedPeriodLines(s, "beneficiary's", r.Law.lookupAge, r.Law.lookupYear, r.Law.year,
+                       law::FixedPeriodStart(r.Law), law::BeneficiaryFigure(r.Law));
       break;
     default:
       break;
   }
+  if (r.Law.greaterOfOwner && (r.Law.basis == Basis::kBeneficiaryLife || r.Law.basis == Basis::kAnnualWaived ||
+                               r.Law.basis == Basis::kSpouseYearly || r.Law.basis == Basis::kNonSpouse)) {
+    FixedPeriodLines(s, "owner's", r.Law.ownerLookupAge, r.Law.ownerLookupYear, r.Law.year,
+                     law::OwnerRemainingStart(r.Law), law::OwnerRemainingFigure(r.Law));
+    s.Divisor(Label("Larger Life Expectancy"), le);
+  }
   const bool amount = r.Law.basis != Basis::kBeforeFirstYear && r.Law.basis != Basis::kWaived &&
-                      r.Law.basis != Basis::kSpouseNotYet && r.Law.basis != Basis::kSpouseOwnNotYet;
+                      r.Law.basis != Basis::kSpouseNotYet && r.Law.basis != Basis::kSpouseOwnNotYet &&
+                      r.Law.basis != Basis::kNothingUntilFinal && r.Law.basis != Basis::kWholeBalance;
   s.Amount(BalanceLabel(gen), r.AdjustedBenefit);
   if (amount) {
     s.Divisor(Label("Divide by life expectancy"), le);
+    s.Add(kSubtotal);
+  }
+  if (r.Law.basis == Basis::kWholeBalance) Note(s, "Final year: the whole balance is due.");
+  if (r.Law.basis == Basis::kAnnualWaived) {
+    s.Amount("Annual amount due, waived:                      ", r.WaivedAmount);
     s.Add(kSubtotal);
   }
   s.Amount("Gross required minimum distribution:            ", r.GrossLater);

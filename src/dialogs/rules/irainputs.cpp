@@ -59,7 +59,42 @@ IraEntries EntriesOf(const IraRecord& ira) {
   e.rateOfReturn = NumberText(ira.RateOfReturn);
   e.bRecalc = ira.bRecalc;
   e.use2002Table = ira.chkUse2002Table != 0;
+  e.beneKind = ira.BeneKind;
+  e.spouseChoice = ira.SpouseChoice;
+  e.spouseChoiceYear = ira.SpouseChoiceYear;
   return e;
+}
+
+const std::vector<Choice>& BeneKindChoices() {
+  static const std::vector<Choice> choices = {
+      {kBeneIndividual, "An individual", "Ten-year rule, unless not more than 10 years younger than the owner."},
+      {kBeneMinorChild, "The owner's child under 21", "Life expectancy until 21, then ten more years."},
+      {kBeneDisabled, "Disabled", "Life expectancy payments (an eligible designated beneficiary)."},
+      {kBeneChronicallyIll, "Chronically ill", "Life expectancy payments (an eligible designated beneficiary)."},
+      {kBeneNotIndividual, "Not an individual (estate, charity, trust)",
+       "No designated beneficiary: five-year rule, or the owner's remaining life expectancy."},
+  };
+  return choices;
+}
+
+const std::vector<Choice>& SpouseChoices() {
+  static const std::vector<Choice> choices = {
+      {kSpouseRemainBeneficiary, "Remain beneficiary", "Life expectancy payments, the spouse's figure each year."},
+      {kSpouseTreatAsOwn, "Treat the IRA as own", "The spouse's own applicable age and Uniform Lifetime Table."},
+      {kSpouseTenYear, "Ten-year rule", "Empty by the end of the tenth year; owner died before the required "
+                                        "beginning date."},
+      {kSpouseTreatedAsOwner, "Be treated as the owner",
+       "From 2024: Uniform Lifetime Table at the spouse's age (proposed rules)."},
+  };
+  return choices;
+}
+
+bool BeneKindMatters(const GeneralInputs& gen, bool otherBen) {
+  return gen.RuleSet == kRulesCurrent && HasDeathDate(gen) && otherBen;
+}
+
+bool SpouseChoiceMatters(const GeneralInputs& gen, bool spouseBen, bool otherBen) {
+  return gen.RuleSet == kRulesCurrent && HasDeathDate(gen) && spouseBen && !otherBen;
 }
 
 bool ApplyIraEntries(const IraEntries& e, IraRecord& ira) {
@@ -83,6 +118,9 @@ bool ApplyIraEntries(const IraEntries& e, IraRecord& ira) {
   ira.RateOfReturn = *rate;
   ira.bRecalc = e.bRecalc;
   ira.chkUse2002Table = ToFlag(e.use2002Table);
+  ira.BeneKind = e.beneKind;
+  ira.SpouseChoice = e.spouseChoice;
+  ira.SpouseChoiceYear = e.spouseChoiceYear;
   return true;
 }
 

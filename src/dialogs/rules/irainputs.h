@@ -40,7 +40,23 @@ struct IraEntries {
   std::string rateOfReturn;
   std::int16_t bRecalc = 0;
   bool use2002Table = false;
+  std::int16_t beneKind = 0;          // BeneKindCode
+  std::int16_t spouseChoice = 0;      // SpouseChoiceCode
+  std::int16_t spouseChoiceYear = 0;  // 0: the first year the choice can apply
 };
+
+// A choice offered in a list, with a one-line hint of what it means.
+struct Choice {
+  std::int16_t value;
+  std::string label;
+  std::string hint;
+};
+const std::vector<Choice>& BeneKindChoices();
+const std::vector<Choice>& SpouseChoices();
+// Under the law in force, once the owner has died: who the non-spouse
+// beneficiary is, and a sole spouse beneficiary's choice.
+bool BeneKindMatters(const GeneralInputs& gen, bool otherBen);
+bool SpouseChoiceMatters(const GeneralInputs& gen, bool spouseBen, bool otherBen);
 IraEntries EntriesOf(const IraRecord& ira);
 // OK: every entry is read first; a bad one is reported by its field's name
 // and nothing is stored.

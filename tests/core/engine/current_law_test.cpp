@@ -51,6 +51,24 @@ class CurrentLawTest : public EngineTest {
     gen.RuleSet = kRulesCurrent;
     return gen;
   }
+  // An owner who died, the spouse's birth date, and one account with its beneficiaries.
+  static GeneralInputs DeadOwner(Date birth, std::int16_t dcy, Date death, Date spouse, bool spouseBen) {
+    GeneralInputs gen = Current(birth, dcy);
+    gen.OwnerDeathDate = death;
+    gen.SpouseBirthDate = spouse;
+    gen.SpouseBen = ToFlag(spouseBen);
+    return gen;
+  }
+  static IraRecord Inherited(const char* benefit, bool spouseBen, bool otherBen, Date bene, std::int16_t kind,
+                             std::int16_t choice) {
+    IraRecord ira = Ira(benefit);
+    ira.SpouseBen = ToFlag(spouseBen);
+    ira.OtherBen = ToFlag(otherBen);
+    ira.BeneBirthDate = bene;
+    ira.BeneKind = kind;
+    ira.SpouseChoice = choice;
+    return ira;
+  }
 };
 
 TEST_F(CurrentLawTest, OwnerSideToTheCent) {
@@ -119,16 +137,8 @@ TEST_F(CurrentLawTest, OwnerSideToTheCent) {
   };
   for (const Row& r : rows) {
     SCOPED_TRACE(r.name);
-    GeneralInputs gen = Current(r.birth, r.dcy);
-    gen.OwnerDeathDate = r.death;
-    gen.SpouseBirthDate = r.spouse;
-    gen.SpouseBen = ToFlag(r.spouseBen);
-    IraRecord ira = Ira(r.benefit);
-    ira.SpouseBen = ToFlag(r.spouseBen);
-    ira.OtherBen = ToFlag(r.otherBen);
-    ira.BeneBirthDate = r.bene;
-    ira.BeneKind = r.beneKind;
-    ira.SpouseChoice = r.spouseChoice;
+    const GeneralInputs gen = DeadOwner(r.birth, r.dcy, r.death, r.spouse, r.spouseBen);
+    IraRecord ira = Inherited(r.benefit, r.spouseBen, r.otherBen, r.bene, r.beneKind, r.spouseChoice);
     ira.FirstYearDist = M(r.firstYearPaid);
     rep_calc::IraDistResults out;
     rep_calc::CalcIraDist(gen, ira, out, 0.0f);
@@ -140,6 +150,112 @@ TEST_F(CurrentLawTest, OwnerSideToTheCent) {
     EXPECT_EQ(out.Gross1987, Money());
     EXPECT_EQ(law::Deadline(gen, out.Law), r.deadline);
     EXPECT_EQ(rep_calc::DistDeadLine(gen, ira), r.deadline);
+  }
+}
+
+// Each category of beneficiary, with the owner's death before or on or after
+// the required beginning date, before 2020 and from 2020. $100,000, no
+// return; 2022 Single Life figures: 13 = 71.9, 33 = 52.5, 39 = 46.7,
+// 43 = 42.9, 58 = 28.9, 68 = 20.4, 73 = 16.4, 76 = 14.1, 77 = 13.3, 90 = 5.7;
+// Uniform Lifetime 76 = 23.7.
+// Owner A: born 1/1/1945 (RBD 4/1/2016), died 6/1/2022 at 77, after the RBD;
+// the owner's remaining figure in 2026 is 13.3 - 4 = 9.3.
+// Owner B: born 1/1/1960 (RBD 4/1/2036), died 6/1/2022, before it.
+// Owner C: born 1/1/1945, died 6/1/2018 at 73, after the RBD: 16.4 (fresh
+// start) - 8 = 8.4 in 2026. Owner D: born 1/1/1955, died 6/1/2018, before
+// the RBD (70 1/2 on 7/1/2025).
+TEST_F(CurrentLawTest, BeneficiaryCategoriesToTheCent) {
+  using law::Category;
+  const Date a = MakeDate(1945, 1, 1), b = MakeDate(1960, 1, 1), d = MakeDate(1955, 1, 1);
+  const Date died2022 = MakeDate(2022, 6, 1), died2018 = MakeDate(2018, 6, 1);
+  constexpr bool kNo = false, kYes = true;
+  struct Row {
+    const char* name;
+    Date birth, death, spouse, bene;
+    bool spouseBen, otherBen;
+    std::int16_t kind, choice, dcy;
+    Basis basis;
+    Category category;
+    std::int16_t finalYear;
+    const char* gross;
+  } rows[] = {
+      // Deaths from 2020, on or after the RBD.
+      {"A, spouse 76 in 2026: 14.1 against 9.3; 100,000 / 14.1 = 7,092.1986", a, died2022, MakeDate(1950, 1, 1),
+       kNoDate, kYes, kNo, 0, kSpouseRemainBeneficiary, 2026, Basis::kSpouseYearly, Category::kSpouse, 0, "7092.20"},
+      {"A, spouse treated as the owner: Uniform 76 = 23.7; 4,219.4093", a, died2022, MakeDate(1950, 1, 1), kNoDate,
+       kYes, kNo, 0, kSpouseTreatedAsOwner, 2026, Basis::kSpouseAsOwner, Category::kSpouse, 0, "4219.41"},
+      {"A, 5 years younger: 73 in 2023, 16.4 - 3 = 13.4 against 9.3; 7,462.6866", a, died2022, kNoDate,
+       MakeDate(1950, 1, 1), kNo, kYes, 0, 0, 2026, Basis::kBeneficiaryLife, Category::kEligible, 0, "7462.69"},
+      {"A, disabled, 33 in 2023: 52.5 - 3 = 49.5; 2,020.2020", a, died2022, kNoDate, MakeDate(1990, 1, 1), kNo, kYes,
+       kBeneDisabled, 0, 2026, Basis::kBeneficiaryLife, Category::kEligible, 0, "2020.20"},
+      {"A, chronically ill: the same 49.5", a, died2022, kNoDate, MakeDate(1990, 1, 1), kNo, kYes,
+       kBeneChronicallyIll, 0, 2026, Basis::kBeneficiaryLife, Category::kEligible, 0, "2020.20"},
+      {"A, minor child 13 in 2023: 71.9 - 3 = 68.9; 1,451.3788; 21 in 2031, empty by 2041", a, died2022, kNoDate,
+       MakeDate(2010, 1, 1), kNo, kYes, kBeneMinorChild, 0, 2026, Basis::kBeneficiaryLife, Category::kMinorChild,
+       2041, "1451.38"},
+      {"A, adult child 43 in 2023: 42.9 - 3 = 39.9; 2,506.2657; empty by 2032", a, died2022, kNoDate,
+       MakeDate(1980, 1, 1), kNo, kYes, 0, 0, 2026, Basis::kBeneficiaryLife, Category::kDesignated, 2032, "2506.27"},
+      {"A, the same in 2024: 42.9 - 1 = 41.9, 2,386.6348 waived: nothing to pay", a, died2022, kNoDate,
+       MakeDate(1980, 1, 1), kNo, kYes, 0, 0, 2024, Basis::kAnnualWaived, Category::kDesignated, 2032, "0"},
+      {"A, the same in 2032: the whole balance", a, died2022, kNoDate, MakeDate(1980, 1, 1), kNo, kYes, 0, 0, 2032,
+       Basis::kWholeBalance, Category::kDesignated, 2032, "100000"},
+      {"A, spouse and adult child: the stricter ten-year rule, the spouse's 13.4", a, died2022,
+       MakeDate(1950, 1, 1), MakeDate(1980, 1, 1), kYes, kYes, 0, 0, 2026, Basis::kBeneficiaryLife,
+       Category::kDesignated, 2032, "7462.69"},
+      {"A, an estate: the owner's 9.3; 10,752.6882", a, died2022, kNoDate, died2022, kNo, kYes, kBeneNotIndividual,
+       0, 2026, Basis::kOwnerRemaining, Category::kNoDesignated, 0, "10752.69"},
+      {"A, no beneficiary named: the same", a, died2022, kNoDate, kNoDate, kNo, kNo, 0, 0, 2026,
+       Basis::kOwnerRemaining, Category::kNoDesignated, 0, "10752.69"},
+      // Deaths from 2020, before the RBD.
+      {"B, spouse: nothing before the owner's 75, in 2035", b, died2022, MakeDate(1962, 1, 1), kNoDate, kYes, kNo,
+       0, kSpouseRemainBeneficiary, 2026, Basis::kSpouseNotYet, Category::kSpouse, 0, "0"},
+      {"B, spouse in 2035, 73: 16.4; 6,097.5610", b, died2022, MakeDate(1962, 1, 1), kNoDate, kYes, kNo, 0,
+       kSpouseRemainBeneficiary, 2035, Basis::kSpouseYearly, Category::kSpouse, 0, "6097.56"},
+      {"B, spouse's ten-year rule: nothing before 2032", b, died2022, MakeDate(1962, 1, 1), kNoDate, kYes, kNo, 0,
+       kSpouseTenYear, 2026, Basis::kNothingUntilFinal, Category::kSpouse, 2032, "0"},
+      {"B, 5 years younger: 58 in 2023, 28.9 - 3 = 25.9; 3,861.0039", b, died2022, kNoDate, MakeDate(1965, 1, 1),
+       kNo, kYes, 0, 0, 2026, Basis::kBeneficiaryLife, Category::kEligible, 0, "3861.00"},
+      {"B, minor child: 68.9 as after the RBD", b, died2022, kNoDate, MakeDate(2010, 1, 1), kNo, kYes,
+       kBeneMinorChild, 0, 2026, Basis::kBeneficiaryLife, Category::kMinorChild, 2041, "1451.38"},
+      {"B, adult child: ten-year rule, nothing before 2032", b, died2022, kNoDate, MakeDate(1980, 1, 1), kNo, kYes,
+       0, 0, 2026, Basis::kNothingUntilFinal, Category::kDesignated, 2032, "0"},
+      {"B, an estate: five-year rule, nothing in 2026", b, died2022, kNoDate, died2022, kNo, kYes,
+       kBeneNotIndividual, 0, 2026, Basis::kNothingUntilFinal, Category::kNoDesignated, 2027, "0"},
+      {"B, an estate in 2027: the whole balance", b, died2022, kNoDate, died2022, kNo, kYes, kBeneNotIndividual, 0,
+       2027, Basis::kWholeBalance, Category::kNoDesignated, 2027, "100000"},
+      // Deaths before 2020.
+      {"C, spouse 76: 14.1 against 8.4; 7,092.1986", a, died2018, MakeDate(1950, 1, 1), kNoDate, kYes, kNo, 0,
+       kSpouseRemainBeneficiary, 2026, Basis::kSpouseYearly, Category::kNone, 0, "7092.20"},
+      {"C, non-spouse 39 in 2019: 46.7 - 7 = 39.7; 2,518.8917", a, died2018, kNoDate, MakeDate(1980, 1, 1), kNo,
+       kYes, 0, 0, 2026, Basis::kNonSpouse, Category::kNone, 0, "2518.89"},
+      {"C, non-spouse 90 in 2019: 5.7 - 7 below the owner's 8.4; 11,904.7619", a, died2018, kNoDate,
+       MakeDate(1929, 1, 1), kNo, kYes, 0, 0, 2026, Basis::kNonSpouse, Category::kNone, 0, "11904.76"},
+      {"C, no beneficiary: the owner's 8.4", a, died2018, kNoDate, kNoDate, kNo, kNo, 0, 0, 2026,
+       Basis::kOwnerRemaining, Category::kNone, 0, "11904.76"},
+      // The owner would have reached the applicable age 73 in 2028 (70 1/2
+      // only in 2025, after 2019).
+      {"D, spouse: nothing before 2028", d, died2018, MakeDate(1960, 1, 1), kNoDate, kYes, kNo, 0,
+       kSpouseRemainBeneficiary, 2026, Basis::kSpouseNotYet, Category::kNone, 0, "0"},
+      {"D, spouse 68 in 2028: 20.4; 4,901.9608", d, died2018, MakeDate(1960, 1, 1), kNoDate, kYes, kNo, 0,
+       kSpouseRemainBeneficiary, 2028, Basis::kSpouseYearly, Category::kNone, 0, "4901.96"},
+      {"D, non-spouse: 39.7 as after the RBD", d, died2018, kNoDate, MakeDate(1980, 1, 1), kNo, kYes, 0, 0, 2026,
+       Basis::kNonSpouse, Category::kNone, 0, "2518.89"},
+      {"D, no beneficiary: five years without 2020, nothing in 2023", d, died2018, kNoDate, kNoDate, kNo, kNo, 0, 0,
+       2023, Basis::kNothingUntilFinal, Category::kNone, 2024, "0"},
+      {"D, no beneficiary in 2024: the whole balance", d, died2018, kNoDate, kNoDate, kNo, kNo, 0, 0, 2024,
+       Basis::kWholeBalance, Category::kNone, 2024, "100000"},
+  };
+  for (const Row& r : rows) {
+    SCOPED_TRACE(r.name);
+    const GeneralInputs gen = DeadOwner(r.birth, r.dcy, r.death, r.spouse, r.spouseBen);
+    const IraRecord ira = Inherited("100000", r.spouseBen, r.otherBen, r.bene, r.kind, r.choice);
+    rep_calc::IraDistResults out;
+    rep_calc::CalcIraDist(gen, ira, out, 0.0f);
+    EXPECT_EQ(out.AgesSupported, kTrue);
+    EXPECT_EQ(out.Law.basis, r.basis);
+    EXPECT_EQ(law::Classify(gen, ira), r.category);
+    EXPECT_EQ(out.Law.finalYear, r.finalYear);
+    EXPECT_EQ(out.GrossLater, M(r.gross));
   }
 }
 
@@ -161,8 +277,8 @@ TEST_F(CurrentLawTest, WhatIsNotComputedYetGivesNoFigure) {
     std::int16_t choice;
     Basis basis;
   } rows[] = {
-      {"died in 2022, a child inherits", MakeDate(2022, 3, 1), false, kSpouseRemainBeneficiary,
-       Basis::kNotComputedYet},
+      {"died in 2022 after the required beginning date, the spouse chose the ten-year rule",
+       MakeDate(2022, 3, 1), true, kSpouseTenYear, Basis::kSpouseChoiceNotComputed},
       {"died in 2015, the spouse chose the ten-year rule", MakeDate(2015, 3, 1), true, kSpouseTenYear,
        Basis::kSpouseChoiceNotComputed},
       {"died in 2015, the spouse chose to be treated as the owner", MakeDate(2015, 3, 1), true,

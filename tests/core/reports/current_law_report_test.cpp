@@ -85,9 +85,11 @@ TEST_F(CurrentLawReports, WaivedYearAndDeathAfter2019SaySoWithoutAFigure) {
         "  Gross required minimum distribution:                           $0.00",
         "  No distribution required for 2020"},
        "Divide by life expectancy"},
-      {"died in 2021", 2023, D(6, 1, 2021),
-       {"(SECURE Act sec. 401(a), IRC 401(a)(9)(E) and (H))",
-        "  Not computed yet: the beneficiary rules for an owner who"},
+      // The ten-year rule is open to a spouse only before the required
+      // beginning date (4/1/2016 here).
+      {"died in 2021, the spouse chose the ten-year rule", 2023, D(6, 1, 2021),
+       {"(SECURE Act sec. 401(a), IRC 401(a)(9)(E) and (H); T.D. 10001)",
+        "  Not computed: the ten-year rule is open to a spouse"},
        "Gross required minimum distribution"},
   };
   for (const Row& r : rows) {
@@ -98,9 +100,10 @@ TEST_F(CurrentLawReports, WaivedYearAndDeathAfter2019SaySoWithoutAFigure) {
     gen.DCY = r.dcy;
     gen.OwnerBirthDate = D(1, 1, 1945);
     gen.OwnerDeathDate = r.death;
+    gen.SpouseBirthDate = D(1, 1, 1950);
     IraRecord& ira = AddIra("IRA", "300000");
-    ira.OtherBen = kTrue;
-    ira.BeneBirthDate = D(1, 1, 1975);
+    ira.SpouseBen = kTrue;
+    ira.SpouseChoice = kSpouseTenYear;
     const std::string text = RunText(DispCalcResults, ReportMode::File);
     for (const std::string& p : r.present) EXPECT_NE(text.find(p), std::string::npos) << p;
     EXPECT_EQ(text.find(r.absent), std::string::npos) << text;
@@ -114,10 +117,13 @@ TEST_F(CurrentLawReports, ProjectionShowsNoFigureForAnAccountNotComputedYet) {
   gen.ProjectionYears = 2;
   gen.OwnerBirthDate = D(1, 1, 1945);
   gen.OwnerDeathDate = D(6, 1, 2021);
-  IraRecord& ira = AddIra("Inherited", "300000");
-  ira.OtherBen = kTrue;
-  ira.BeneBirthDate = D(1, 1, 1975);
-  AddIra("Own", "100000");  // no beneficiary named: not computed either, after a death in 2021
+  gen.SpouseBirthDate = D(1, 1, 1950);
+  // A spouse's ten-year rule after the required beginning date: no figure.
+  for (const char* name : {"Inherited", "Second"}) {
+    IraRecord& ira = AddIra(name, "300000");
+    ira.SpouseBen = kTrue;
+    ira.SpouseChoice = kSpouseTenYear;
+  }
   const std::string text = RunText(DisplayProjRpt, ReportMode::File);
   // With no account left to project the table ends after its first year.
   EXPECT_NE(text.find("Beg. Balance                       Not computed \r\n"), std::string::npos) << text;

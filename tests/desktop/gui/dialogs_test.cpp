@@ -12,6 +12,7 @@
 #include <QPushButton>
 #include <QTreeWidget>
 #include <QRadioButton>
+#include <QSpinBox>
 #include <QTest>
 
 #include "core/base/checked.h"
@@ -160,6 +161,40 @@ TEST_F(Dialogs, IraInputsOfferTheElectionsThatCount) {
   EXPECT_EQ(ira.Benefit, Money::FromString("12345.678"));
   EXPECT_EQ(ira.bRecalc, 1);
   EXPECT_EQ(ira.BeneBirthDate, MakeDate(2012, 1, 1));
+}
+
+TEST_F(Dialogs, BeneficiaryKindAndSpouseChoiceOnlyWhenTheyMatter) {
+  GeneralInputs gen;
+  gen.RuleSet = kRulesCurrent;
+  gen.OwnerBirthDate = MakeDate(1945, 1, 1);
+  IraRecord ira;
+  ira.SpouseBen = kTrue;
+  {
+    dlgIraInputs living(gen, ira);
+    EXPECT_FALSE(living.lstBeneKind->isEnabled());
+    EXPECT_FALSE(living.lstSpouseChoice->isEnabled());
+  }
+  gen.OwnerDeathDate = MakeDate(2022, 6, 1);
+  dlgIraInputs dlg(gen, ira);
+  EXPECT_FALSE(dlg.lstBeneKind->isEnabled());  // no non-spouse beneficiary
+  EXPECT_TRUE(dlg.lstSpouseChoice->isEnabled());
+  EXPECT_FALSE(dlg.spnSpouseChoiceYear->isEnabled());  // remaining beneficiary needs no year
+  dlg.lstSpouseChoice->setCurrentIndex(dlg.lstSpouseChoice->findData(kSpouseTreatedAsOwner));
+  EXPECT_TRUE(dlg.spnSpouseChoiceYear->isEnabled());
+  EXPECT_NE(dlg.lstSpouseChoice->toolTip().indexOf(QStringLiteral("proposed rules")), -1);
+  dlg.spnSpouseChoiceYear->setValue(2025);
+  dlg.buttons->button(QDialogButtonBox::Ok)->click();
+  EXPECT_EQ(ira.SpouseChoice, kSpouseTreatedAsOwner);
+  EXPECT_EQ(ira.SpouseChoiceYear, 2025);
+
+  // A non-spouse beneficiary beside the spouse: the kind governs, the choice does not.
+  ira.OtherBen = kTrue;
+  dlgIraInputs both(gen, ira);
+  EXPECT_TRUE(both.lstBeneKind->isEnabled());
+  EXPECT_FALSE(both.lstSpouseChoice->isEnabled());
+  both.lstBeneKind->setCurrentIndex(both.lstBeneKind->findData(kBeneNotIndividual));
+  both.buttons->button(QDialogButtonBox::Ok)->click();
+  EXPECT_EQ(ira.BeneKind, kBeneNotIndividual);
 }
 
 TEST_F(Dialogs, ReportChoicesGiveTheSelectionFlags) {
