@@ -212,7 +212,6 @@ TEST_F(MainWindow, PrintCommandsPrintTheChosenReportsWhereTheyAsk) {
   } rows[] = {
       {"Print on the printer", shell::Command::Print, reports::kRptInputs, true, views::PrintOutput::Printer},
       {"Print Preview", shell::Command::Preview, reports::kRptAll, true, views::PrintOutput::Preview},
-      {"Save as PDF", shell::Command::SavePdf, reports::kRptGenInfo, true, views::PrintOutput::Pdf},
       {"choices cancelled", shell::Command::Print, 0, false, views::PrintOutput::Printer},
   };
   for (const auto& row : rows) {
@@ -234,7 +233,10 @@ TEST_F(MainWindow, PrintCommandsPrintTheChosenReportsWhereTheyAsk) {
 }
 
 TEST_F(MainWindow, SaveAsPdfSuggestsTheScenariosNameAndWritesTheFile) {
-  window->ChooseReports = [](reports::ReportMode) { return reports::kRptGenInfo; };
+  window->ChooseReports = [](reports::ReportMode mode) {
+    EXPECT_EQ(mode, reports::ReportMode::Print);
+    return reports::kRptGenInfo;
+  };
   QString suggested;
   window->ChoosePdfFile = [&](const QString& s) {
     suggested = s;
