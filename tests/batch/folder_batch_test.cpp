@@ -87,6 +87,10 @@ class FolderBatch : public ::testing::Test {
   }
   static std::string Out(const std::string& name) { return folder->File("out/" + name); }
   static std::string In(const std::string& name) { return folder->File("in/" + name); }
+  static void ExpectNoTemporaryFile() {
+    for (const auto& entry : fs::recursive_directory_iterator(folder->File("out")))
+      EXPECT_NE(entry.path().filename().string().front(), '.') << entry.path();
+  }
 
   static TempFolder* folder;
   static RunResult run;
@@ -101,9 +105,7 @@ TEST_F(FolderBatch, UnreadableFilesAreListedAndTheRunGoesOn) {
     EXPECT_NE(("\n" + run.err).find(std::string("\n") + name), std::string::npos) << name << " in:\n" << run.err;
   for (const char* name : {"truncated.txt", "empty.txt", "notes.txt", "readme.txt"})
     EXPECT_FALSE(fs::exists(Out(name))) << name;
-  // No temporary file is left behind.
-  for (const auto& entry : fs::recursive_directory_iterator(folder->File("out")))
-    EXPECT_NE(entry.path().filename().string().front(), '.') << entry.path();
+  ExpectNoTemporaryFile();
 }
 
 TEST_F(FolderBatch, ASecondRunReplacesEveryFileWhole) {
@@ -114,8 +116,7 @@ TEST_F(FolderBatch, ASecondRunReplacesEveryFileWhole) {
   EXPECT_EQ(again.status, 1) << again.err;
   EXPECT_EQ(ReadFileBytes(Out("demo.txt")), before);
   EXPECT_NE(ReadFileBytes(Out("quoted.txt")), "an older report\n");
-  for (const auto& entry : fs::recursive_directory_iterator(folder->File("out")))
-    EXPECT_NE(entry.path().filename().string().front(), '.') << entry.path();
+  ExpectNoTemporaryFile();
 }
 
 TEST_F(FolderBatch, ReportsAndJsonEqualTheSingleFileBatch) {

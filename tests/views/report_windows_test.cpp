@@ -59,11 +59,11 @@ class ReportWindows : public test::DemoScenarioTest {
 
 TEST_F(ReportWindows, EveryChosenReportOpensItsOwnWindowWithTheReportsCaption) {
   const std::vector<QWidget*> windows = Show(reports::kRptAll);
-  const char* forms[] = {"frmReportForm", "frmReportForm", "frmReportForm", "frmCalSumm", "frmProjRpt"};
-  ASSERT_EQ(windows.size(), std::size(forms));
+  ASSERT_EQ(windows.size(), reports::Reports().size());
   for (std::size_t i = 0; i < windows.size(); ++i) {
     const reports::TextSink sink = Viewed(reports::Reports()[i].flag);
-    EXPECT_EQ(windows[i]->objectName().toStdString(), forms[i]) << i;
+    // Text reports in the text window, grids in a grid window.
+    EXPECT_EQ(qobject_cast<GridReportWindow*>(windows[i]) != nullptr, sink.HasGrid()) << i;
     EXPECT_EQ(windows[i]->windowTitle().toStdString(), sink.HasGrid() ? sink.Grid().caption : sink.Caption()) << i;
     EXPECT_TRUE(windows[i]->isVisible()) << i;
   }

@@ -7,11 +7,7 @@
 namespace ira::file {
 namespace {
 
-using testing::AsBytes;
-using testing::FileBytes;
-using testing::FileVersion;
-using testing::FullScenario;
-using testing::RecordingScope;
+using namespace ira::testing;
 
 TEST(ConvLegacyFamily, RefusesOtherContent) {
   const std::string oldDos = "The file you selected does not match the Tallyra format, or is a DOS version that is no longer supported.";

@@ -9,14 +9,7 @@
 namespace ira::file {
 namespace {
 
-using testing::AsBytes;
-using testing::FileBytes;
-using testing::FileVersion;
-using testing::FullScenario;
-using testing::ReadFileBytes;
-using testing::RecordingScope;
-using testing::TempFolder;
-using testing::WriteFileBytes;
+using namespace ira::testing;
 
 std::string I16(std::int16_t v) { return std::string(reinterpret_cast<const char*>(&v), 2); }
 std::string I32(std::int32_t v) { return std::string(reinterpret_cast<const char*>(&v), 4); }

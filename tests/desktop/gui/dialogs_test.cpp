@@ -197,17 +197,6 @@ TEST_F(Dialogs, BeneficiaryKindAndSpouseChoiceOnlyWhenTheyMatter) {
   EXPECT_EQ(ira.BeneKind, kBeneNotIndividual);
 }
 
-TEST_F(Dialogs, ReportChoicesGiveTheSelectionFlags) {
-  dlgRptChoices dlg(reports::ReportMode::Print);
-  EXPECT_EQ(dlg.windowTitle().toStdString(), "Report Choices (Print)");
-  EXPECT_EQ(dlg.Flags(), 0);
-  dlg.chkReport->item(2)->setCheckState(Qt::Checked);
-  dlg.chkReport->item(4)->setCheckState(Qt::Checked);
-  EXPECT_EQ(dlg.Flags(), reports::kRptDistCalc | reports::kRptProjection);
-  dlg.chkAll->setChecked(true);
-  EXPECT_EQ(dlg.Flags(), reports::kRptAll);
-}
-
 TEST_F(Dialogs, EnterMovesToTheNextControl) {
   GeneralInputs gen;
   gen.DistType = kTrue;
@@ -341,20 +330,25 @@ TEST_F(Dialogs, EveryLabelAndButtonHasItsOwnMnemonic) {
   }
 }
 
-TEST_F(Dialogs, ReportChoicesRememberTheLastTicksAndRefuseNone) {
+TEST_F(Dialogs, ReportChoicesGiveTheFlagsRememberTheLastTicksAndRefuseNone) {
   dlgRptChoices::ForgetChoice();
   {
     dlgRptChoices dlg(reports::ReportMode::View);
+    EXPECT_EQ(dlg.windowTitle().toStdString(), "Report Choices (View)");
     dlg.btnOK_Click();
     EXPECT_EQ(dlg.result(), QDialog::Rejected);
     EXPECT_EQ(rec.messages.Last().title, "Please Note!");
     dlg.chkReport->item(1)->setCheckState(Qt::Checked);
     dlg.chkReport->item(3)->setCheckState(Qt::Checked);
+    EXPECT_EQ(dlg.Flags(), reports::kRptGenInfo | reports::kRptCalSumm);
     dlg.btnOK_Click();
     EXPECT_EQ(dlg.result(), QDialog::Accepted);
   }
   dlgRptChoices again(reports::ReportMode::Print);
+  EXPECT_EQ(again.windowTitle().toStdString(), "Report Choices (Print)");
   EXPECT_EQ(again.Flags(), reports::kRptGenInfo | reports::kRptCalSumm);
+  again.chkAll->setChecked(true);
+  EXPECT_EQ(again.Flags(), reports::kRptAll);
   dlgRptChoices::ForgetChoice();
 }
 

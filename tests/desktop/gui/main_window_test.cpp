@@ -5,7 +5,6 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
-#include <QStatusBar>
 #include <QToolBar>
 #include <deque>
 #include <filesystem>
@@ -166,24 +165,6 @@ TEST_F(MainWindow, UnknownToolbarKeyOnlyWarns) {
   }
 }
 
-TEST_F(MainWindow, DisplayRunsTheChosenReportsIntoTheViewer) {
-  struct Viewer : reports::ReportViewer {
-    int shown = 0;
-    void ShowText(const std::string&, const std::string&) override { ++shown; }
-    void ShowGrid(const reports::GridReport&) override { ++shown; }
-    void ShowProjectionHelp() override {}
-  } viewer;
-  int asked = 0;
-  window->ChooseReports = [&](reports::ReportMode mode) {
-    EXPECT_EQ(mode, reports::ReportMode::View);
-    return ++asked, reports::kRptGenInfo | reports::kRptInputs;
-  };
-  window->ReportTargetFor = [&](reports::ReportMode) { return reports::ReportTarget{&viewer, nullptr, {}}; };
-  window->tlbMain_ButtonClick("Display");
-  EXPECT_EQ(asked, 1);
-  EXPECT_EQ(viewer.shown, 2);
-}
-
 TEST_F(MainWindow, ReportFontIsRecommendedCheckedAndKept) {
   window->ChooseFont = [](const QFont&) {
     QFont f;
@@ -197,16 +178,6 @@ TEST_F(MainWindow, ReportFontIsRecommendedCheckedAndKept) {
   EXPECT_EQ(window->Settings().font.name, "Courier New");
   EXPECT_EQ(reports::ReportFont().size, 10.0f);
   EXPECT_EQ(settings::GetProfileString(config.file, "User Preferences", "Font Size", ""), "10");
-}
-
-TEST_F(MainWindow, MissingManualIsReported) {
-  bool opened = false;
-  window->OpenDocument = [&](const QString&) { return opened = true; };
-  window->tlbMain_ButtonClick("Help");
-  EXPECT_FALSE(opened);
-  EXPECT_EQ(rec.messages.Last().title, "File not found");
-  EXPECT_EQ(rec.messages.Last().text, "File: " + program.File("manvesk.pdf") +
-                                          " does not exist.Please verify the file is in the correct directory.");
 }
 
 TEST_F(MainWindow, UnexpectedErrorOffersToSaveThenEnds) {
@@ -241,7 +212,6 @@ TEST_F(MainWindow, PrintCommandsPrintTheChosenReportsWhereTheyAsk) {
   } rows[] = {
       {"Print on the printer", shell::Command::Print, reports::kRptInputs, true, views::PrintOutput::Printer},
       {"Print Preview", shell::Command::Preview, reports::kRptAll, true, views::PrintOutput::Preview},
-      {"Save as PDF", shell::Command::SavePdf, reports::kRptGenInfo, true, views::PrintOutput::Pdf},
       {"choices cancelled", shell::Command::Print, 0, false, views::PrintOutput::Printer},
   };
   for (const auto& row : rows) {
@@ -263,7 +233,10 @@ TEST_F(MainWindow, PrintCommandsPrintTheChosenReportsWhereTheyAsk) {
 }
 
 TEST_F(MainWindow, SaveAsPdfSuggestsTheScenariosNameAndWritesTheFile) {
-  window->ChooseReports = [](reports::ReportMode) { return reports::kRptGenInfo; };
+  window->ChooseReports = [](reports::ReportMode mode) {
+    EXPECT_EQ(mode, reports::ReportMode::Print);
+    return reports::kRptGenInfo;
+  };
   QString suggested;
   window->ChoosePdfFile = [&](const QString& s) {
     suggested = s;
@@ -292,6 +265,8 @@ TEST_F(MainWindow, ShowsTheRuleSetAndNewTakesTheLawInForce) {
   rec.messages.answers = {MsgAnswer::No};
   window->FileNew();
   EXPECT_EQ(TheScenario().Gen.RuleSet, kRulesCurrent);
+  // Not the early type: the first year typed would be refused before the type could be chosen.
+  EXPECT_FALSE(IsEarly(TheScenario().Gen));
   EXPECT_EQ(shown(), "Rules: the law in force in each year");
 }
 
@@ -310,13 +285,6 @@ TEST_F(MainWindow, CancellingTheUnsavedQuestionKeepsTheEdits) {
   EXPECT_TRUE(window->Modified());
 }
 
-// A new scenario must not start on the early type: the first year typed
-// would be refused before the type could be chosen.
-TEST_F(MainWindow, NewScenarioStartsOnRequiredDistributions) {
-  window->FileNew();
-  EXPECT_FALSE(IsEarly(TheScenario().Gen));
-}
-
 // Alt+R, D must reach Display: every menu's entries have distinct letters.
 TEST_F(MainWindow, MenuEntriesHaveDistinctMnemonicsAndSaveAsItsShortcut) {
   for (QAction* top : window->menuBar()->actions()) {
@@ -331,9 +299,13 @@ TEST_F(MainWindow, MenuEntriesHaveDistinctMnemonicsAndSaveAsItsShortcut) {
   EXPECT_EQ(window->mnuSaveAs->shortcut(), QKeySequence(QStringLiteral("Ctrl+Shift+S")));
 }
 
-// An open report follows the scenario; Display again reuses its window.
-TEST_F(MainWindow, OpenReportWindowsFollowTheScenario) {
-  window->ChooseReports = [](reports::ReportMode) { return int{reports::kRptInputs}; };
+// Display asks for the reports to view; an open report follows the scenario;
+// Display again reuses its window.
+TEST_F(MainWindow, DisplayedReportWindowsFollowTheScenario) {
+  window->ChooseReports = [](reports::ReportMode mode) {
+    EXPECT_EQ(mode, reports::ReportMode::View);
+    return int{reports::kRptInputs};
+  };
   const auto reportWindows = [this] {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     std::vector<views::frmReportForm*> forms;
@@ -400,14 +372,21 @@ TEST_F(MainWindow, WindowPlaceIsKeptBetweenRuns) {
   EXPECT_EQ(again.size(), QSize(700, 500));
 }
 
-// Without a PDF viewer the chapters are shown in a window of the program.
-TEST_F(MainWindow, ManualIsReadInTheProgramWithoutAPdfViewer) {
+// A missing manual is reported; without a PDF viewer the chapters are shown
+// in a window of the program.
+TEST_F(MainWindow, ManualIsReportedMissingOrReadInTheProgram) {
+  bool opened = false;
+  window->OpenDocument = [&](const QString&) { return opened = true; };
+  window->tlbMain_ButtonClick("Help");
+  EXPECT_EQ(rec.messages.Last().title, "File not found");
+  EXPECT_EQ(rec.messages.Last().text, "File: " + program.File("manvesk.pdf") +
+                                          " does not exist.Please verify the file is in the correct directory.");
+  rec.messages.messages.clear();
+
   ira::testing::WriteFileBytes(program.File("manvesk.pdf"), "%PDF-1.4");
   std::filesystem::create_directories(program.File("manual"));
   ira::testing::WriteFileBytes(program.File("manual/01-start.md"), "# Getting started\n\nText.\n");
   ira::testing::WriteFileBytes(program.File("manual/02-reports.md"), "# Reports\n\nMore.\n");
-  bool opened = false;
-  window->OpenDocument = [&](const QString&) { return opened = true; };
   window->PdfViewerAvailable = [] { return false; };
   window->tlbMain_ButtonClick("Help");
   EXPECT_FALSE(opened);

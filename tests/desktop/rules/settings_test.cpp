@@ -40,9 +40,8 @@ TEST_F(SettingsFile, ReadsHandEditedFileLoosely) {
   EXPECT_EQ(s.hideError380, 1);
   EXPECT_EQ(s.dataFolder, "/home/a/plans");
   EXPECT_EQ(GetProfileInt(file, "Hide Error Msg", "missing", 7), 7);
-}
 
-TEST_F(SettingsFile, LongValueIsCutToTheProfileBuffer) {
+  // A value longer than the profile buffer is cut to it.
   Write("[Data Files]\nData File Path=" + std::string(300, 'x') + "\n");
   EXPECT_EQ(GetProfileString(file, "Data Files", "Data File Path", "").size(), kProfileValueMax);
 }

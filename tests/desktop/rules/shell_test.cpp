@@ -33,9 +33,4 @@ TEST(UsageTime, SingularOnlyForOne) {
   EXPECT_EQ(UsageSeconds(100, 160), 60);
 }
 
-TEST(MainTitle, UntitledUntilSaved) {
-  EXPECT_EQ(MainTitle("UNTITLED.IRA"), "UNTITLED IRA - QSW - Tallyra");
-  EXPECT_EQ(MainTitle("/home/a/plan.ira"), "plan.ira - QSW - Tallyra");
-}
-
 }  // namespace
