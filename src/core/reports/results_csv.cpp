@@ -63,10 +63,10 @@ std::string SummaryCsvRows(std::string_view file, const Scenario& scenario, cons
       rows += Line({file, owner, a.name, ruleSet, year, due, "", "", "", "", "", "", StatusText(a.status), ""});
       continue;
     }
-    // No schedule of these rules ends in a final year.
     rows += Line({file, owner, a.name, ruleSet, year, due, FormatPlainAmount(a.balance),
                   a.divisor ? FormatFixed(*a.divisor) : std::string(), FormatPlainAmount(a.required),
-                  FormatPlainAmount(a.alreadyDistributed), FormatPlainAmount(a.stillToPay), "",
+                  FormatPlainAmount(a.alreadyDistributed), FormatPlainAmount(a.stillToPay),
+                  a.finalYear ? std::to_string(*a.finalYear) : std::string(),
                   StatusText(a.status), ""});
   }
   return rows;

@@ -159,6 +159,7 @@ Json Account(const GeneralInputs& gen, const IraRecord& ira, const AccountFigure
   j["status"] = StatusText(a.status);
   j["deadline"] = a.deadline;
   j["dueDate"] = a.dueDate ? IsoDate(*a.dueDate) : Json(nullptr);
+  j["finalYear"] = a.finalYear ? Json(*a.finalYear) : Json(nullptr);
   if (!HasFigures(a.status)) return j;
   j["unadjustedBalance"] = Amount(r.UnadjustedBenefit);
   j["priorYearMinimumDistributions"] = Amount(r.PriorYearMinDist);

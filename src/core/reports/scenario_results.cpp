@@ -37,6 +37,7 @@ ScenarioFigures ComputeFigures(const Scenario& scenario) {
       continue;
     }
     if (r.CurrentLaw && r.Law.basis == law::Basis::kWaived) a.status = AccountStatus::Waived;
+    if (r.CurrentLaw && r.Law.finalYear > 0) a.finalYear = r.Law.finalYear;
     const std::int16_t slot = figures.laterRules ? r.SlotLater : r.Slot1987;
     if (!series && slot >= 0 && slot < rep_calc::kSlotCount)
       a.divisor = ApplicableLifeExp(r.DcyLifeExp[static_cast<std::size_t>(slot)]);

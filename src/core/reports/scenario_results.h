@@ -28,6 +28,9 @@ struct AccountFigures {
   rep_calc::IraDistResults results;
   std::string deadline;             // as the reports print it: "12/31/2005", "No distribution required for 2005"
   std::optional<Date> dueDate;      // none when no distribution is required
+  // The year by which the account must be emptied, where the law in force
+  // gives its schedule one (ten-year, five-year, a minor child's).
+  std::optional<std::int16_t> finalYear;
   AccountStatus status = AccountStatus::Ok;
   // Under the rules the summary takes (see SummaryUsesLaterRules); only
   // meaningful when the status is Ok.

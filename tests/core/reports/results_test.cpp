@@ -84,5 +84,30 @@ TEST(ResultsCsv, WaivedYearIsARowOfZerosWithItsStatus) {
   EXPECT_EQ(TotalsCsvRow("lee.ira", s, figures), "lee.ira,Ann Lee,1,2020,1,1,100000.00,0.00,0.00,0.00,ok,\r\n");
 }
 
+// A schedule with a final year carries it: owner born 1945 died in 2022
+// after the required beginning date; the daughter, born 1975, is not an
+// eligible beneficiary: annual amounts, empty by 12/31/2032. 2025:
+// max(38.1 - 2, 13.3 - 3) = 36.1; 300,000.00 / 36.1 = 8,310.2493.
+TEST(ResultsCsv, FinalYearOfTheTenYearRule) {
+  testing::LoadInstalledTables();
+  Scenario s;
+  s.Reset();
+  s.Gen.OwnerName = FixedText("Ann Lee", kOwnerNameWidth);
+  s.Gen.OwnerBirthDate = MakeDate(1945, 1, 1);
+  s.Gen.OwnerDeathDate = MakeDate(2022, 6, 1);
+  s.Gen.DCY = 2025;
+  s.Gen.DistType = -1;
+  s.Gen.RuleSet = kRulesCurrent;
+  IraRecord& ira = s.AddIra();
+  ira.IraName = FixedText("Main", kIraNameWidth);
+  ira.OtherBen = -1;
+  ira.BeneBirthDate = MakeDate(1975, 1, 1);
+  ira.Benefit = Money::FromWhole(300'000);
+  const ScenarioFigures figures = ComputeFigures(s);
+  EXPECT_EQ(SummaryCsvRows("lee.ira", s, figures),
+            "lee.ira,Ann Lee,Main,1,2025,2025-12-31,300000.00,36.10,8310.25,0.00,8310.25,2032,ok,\r\n");
+  EXPECT_NE(ResultsJson("lee.ira", s, figures).find("\"finalYear\": 2032"), std::string::npos);
+}
+
 }  // namespace
 }  // namespace ira::reports
