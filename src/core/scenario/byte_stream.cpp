@@ -7,25 +7,6 @@
 #include "core/base/text.h"
 
 namespace ira::file {
-namespace {
-
-static_assert(std::endian::native == std::endian::little, "the file layout is little-endian");
-
-template <typename T>
-T Load(const std::uint8_t* p) {
-  T value;
-  std::memcpy(&value, p, sizeof value);
-  return value;
-}
-
-template <typename T>
-void Store(std::vector<std::uint8_t>& out, T value) {
-  std::uint8_t bytes[sizeof value];
-  std::memcpy(bytes, &value, sizeof value);
-  out.insert(out.end(), bytes, bytes + sizeof value);
-}
-
-}  // namespace
 
 void ByteReader::Expect(std::size_t size, std::string_view what) const {
   if (Remaining() < size) Refuse("is incomplete: it ends inside its " + std::string(what) + ".");

@@ -4,8 +4,10 @@
 #pragma once
 
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -15,6 +17,23 @@
 #include "core/base/money.h"
 
 namespace ira::file {
+
+static_assert(std::endian::native == std::endian::little, "the file layout is little-endian");
+
+// A stored little-endian value read from, or appended to, raw bytes.
+template <typename T>
+T Load(const std::uint8_t* p) {
+  T value;
+  std::memcpy(&value, p, sizeof value);
+  return value;
+}
+
+template <typename T>
+void Store(std::vector<std::uint8_t>& out, T value) {
+  std::uint8_t bytes[sizeof value];
+  std::memcpy(bytes, &value, sizeof value);
+  out.insert(out.end(), bytes, bytes + sizeof value);
+}
 
 // Title of the notice for a file that is not a readable scenario.
 inline constexpr const char* kIncorrectFileTitle = "Incorrect File";

@@ -13,20 +13,6 @@ constexpr std::array<char, 4> kRuleId{'R', 'U', 'L', 'E'};
 constexpr std::array<char, 4> kBeneId{'B', 'E', 'N', 'E'};
 constexpr std::size_t kRuleSize = 4;
 
-template <typename T>
-T Load(const std::uint8_t* p) {
-  T value;
-  std::memcpy(&value, p, sizeof value);
-  return value;
-}
-
-template <typename T>
-void Store(std::vector<std::uint8_t>& out, T value) {
-  std::uint8_t bytes[sizeof value];
-  std::memcpy(bytes, &value, sizeof value);
-  out.insert(out.end(), bytes, bytes + sizeof value);
-}
-
 void StoreChunkHeader(std::vector<std::uint8_t>& out, const std::array<char, 4>& id, std::size_t size) {
   out.insert(out.end(), id.begin(), id.end());
   Store(out, static_cast<std::int32_t>(size));
