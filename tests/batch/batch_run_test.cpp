@@ -8,8 +8,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "core/scenario/file.h"
-#include "core/scenario/scenario.h"
 #include "support/scenario_files.h"
 
 namespace {
@@ -38,69 +36,31 @@ RunResult Tallyra(const std::string& args) {
   return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, ReadFileBytes(errFile)};
 }
 
-void ExpectMatches(const std::string& name, const std::string& input) {
-  const std::string output = kWork + "/" + name + ".out.txt";
-  std::filesystem::remove(output);
-  const RunResult run = Tallyra("/silent /input " + Quoted(input) + " /output " + Quoted(output));
-  EXPECT_EQ(run.status, 0) << name << ": " << run.err;
-  EXPECT_EQ(run.err, "") << name;
-  EXPECT_EQ(ReadFileBytes(output), ReadFileBytes(kCases + "/" + name + ".expected.txt")) << name;
-}
-
+// Every case, the worked examples of the law in force among them (their
+// scenarios carry the rule set in the file's extension block), to the cent;
+// the arithmetic is in each scenario's description. demo-2005 is the
+// demonstration scenario as it was before the law in force; "demo" is the
+// one installed beside the program.
 TEST(BatchRun, ReportsMatchTheExpectedFiles) {
-  // Each scenario here is generated from the description of the same name;
-  // demo-2005 is the demonstration scenario as it was before the law in force.
-  const char* const cases[] = {"demo-2005", "early-amortization", "deceased-owner", "widow-spouse",
-                               "first-year-1987-mdib", "year-2001-both-rules", "summary-2001-unsupported",
-                               "projection-excess-2050", "projection-unsupported-spouse", "early-series-59-half",
-                               "described-2026-contrast"};
+  const char* const cases[] = {
+      "demo-2005", "early-amortization", "deceased-owner", "widow-spouse", "first-year-1987-mdib",
+      "year-2001-both-rules", "summary-2001-unsupported", "projection-excess-2050", "projection-unsupported-spouse",
+      "early-series-59-half", "described-2026-contrast", "demo", "current-law-2026-uniform",
+      "current-law-first-year-2024", "current-law-born-6-30-1949", "current-law-born-7-1-1949",
+      "current-law-joint-spouse", "current-law-fresh-start", "current-law-72t-minimum", "current-law-72t-amortization",
+      "current-law-72t-annuity", "current-law-son-ten-year", "current-law-pub590b-eligible", "current-law-child-2032",
+      "current-law-child-waived", "current-law-year-of-death", "current-law-minor-child", "current-law-no-beneficiary",
+      "current-law-five-year", "current-law-spouse-choices"};
   for (const std::string name : cases) {
+    const std::string input =
+        name == "demo" ? std::string(TALLYRA_PROGRAM_DIR) + "/demo.ira" : kWork + "/" + name + ".ira";
     const std::string output = kWork + "/" + name + ".out.txt";
     std::filesystem::remove(output);
-    const RunResult run = Tallyra("/SILENT /input " + Quoted(kWork + "/" + name + ".ira") + " /output=" + Quoted(output));
+    const RunResult run = Tallyra("/SILENT /input " + Quoted(input) + " /output=" + Quoted(output));
     EXPECT_EQ(run.status, 0) << name << ": " << run.err;
     EXPECT_EQ(run.err, "") << name;
     EXPECT_EQ(ReadFileBytes(output), ReadFileBytes(kCases + "/" + name + ".expected.txt")) << name;
   }
-}
-
-// The worked examples of the law in force, to the cent; their scenarios carry
-// the rule set in the file's extension block.
-TEST(BatchRun, CurrentLawReportsMatchTheExpectedFiles) {
-  // The demonstration scenario is the one installed beside the program.
-  const char* const cases[] = {"demo", "current-law-2026-uniform",   "current-law-first-year-2024",
-                               "current-law-born-6-30-1949", "current-law-born-7-1-1949",
-                               "current-law-joint-spouse",   "current-law-fresh-start",
-                               "current-law-72t-minimum",    "current-law-72t-amortization",
-                               "current-law-72t-annuity"};
-  for (const std::string name : cases) {
-    const std::string input =
-        name == "demo" ? std::string(TALLYRA_PROGRAM_DIR) + "/demo.ira" : kWork + "/" + name + ".ira";
-    ExpectMatches(name, input);
-  }
-}
-
-// Owners who died from 2020: each beneficiary's category and schedule, the
-// worked examples of the rules brief, to the cent (the arithmetic is in each
-// scenario's description).
-TEST(BatchRun, BeneficiaryRulesMatchTheExpectedFiles) {
-  for (const char* name :
-       {"current-law-son-ten-year", "current-law-pub590b-eligible", "current-law-child-2032",
-        "current-law-child-waived", "current-law-year-of-death", "current-law-minor-child",
-        "current-law-no-beneficiary", "current-law-five-year", "current-law-spouse-choices"})
-    ExpectMatches(name, kWork + "/" + name + ".ira");
-}
-
-// The cases above carry the rule set as the scenario file layout fixes it:
-// after the one IRA record, "TLYEXT", version 1, and the chunk "RULE" with
-// rule set 1 and the 1959 age 73.
-TEST(BatchRun, CurrentLawScenariosCarryTheRuleChunk) {
-  const std::string bytes = ReadFileBytes(kWork + "/current-law-2026-uniform.ira");
-  const std::size_t records = 211 + 138;
-  ASSERT_GT(bytes.size(), records);
-  const std::string block = bytes.substr(records);
-  EXPECT_EQ(block.substr(0, 8), std::string("TLYEXT\x01\x00", 8));
-  EXPECT_NE(block.find(std::string("RULE\x04\x00\x00\x00\x01\x00\x49\x00", 12)), std::string::npos);
 }
 
 TEST(BatchRun, FailuresGiveAMessageAndANonZeroStatus) {

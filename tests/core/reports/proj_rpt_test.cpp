@@ -85,22 +85,6 @@ TEST_F(ProjRptTest, WindowCellsAndLabels) {
             }));
 }
 
-TEST_F(ProjRptTest, EarlySeriesStopsAtFiftyNineAndAHalf) {
-  // Born 6/30/1950: 59 1/2 on 12/30/2009. Joint (57, 47) 39.7 on 100,000 gives 2,518.89.
-  Owner(D(6, 30, 1950), 2007, 3, kFalse).IncomeCalc = kTrue;
-  AddIra("Series IRA", "100000", 6.0f).chkUse2002Table = kTrue;
-  TextSink sink(ReportMode::View);
-  DisplayProjRpt(sink);
-  const GridReport& grid = sink.Grid();
-  EXPECT_EQ(grid.heading, "\r\n\r\nProjection of distributions");
-  EXPECT_EQ(grid.cells[5], (std::vector<std::string>{"Distributions", "2,518.89", "2,673.93", "No Data**"}));
-  EXPECT_EQ(grid.cells[8], (std::vector<std::string>{"Total Distributions for Year", "2,518.89", "2,673.93", ""}));
-  EXPECT_EQ(LabelLines(grid)[2], "lblIncomeCalc: ~ Income calculated for 2007 ~");
-  EXPECT_EQ(LabelLines(grid)[3],
-            "lblNoData: ** Calculations will no longer be made for this account because the Owner is 59 and 1/2 and "
-            "can make            regular distributions.");
-}
-
 TEST_F(ProjRptTest, YearsPrintInGroupsOfAtMostTen) {
   // Born 7/1/1933; one account that lasts the whole projection.
   for (int years : {3, 23}) {
