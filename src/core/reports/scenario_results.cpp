@@ -36,7 +36,8 @@ ScenarioFigures ComputeFigures(const Scenario& scenario) {
       a.status = AccountStatus::AgesNotSupported;
       continue;
     }
-    if (r.CurrentLaw && r.Law.basis == law::Basis::kWaived) a.status = AccountStatus::Waived;
+    if (r.CurrentLaw && (r.Law.basis == law::Basis::kWaived || r.Law.basis == law::Basis::kAnnualWaived))
+      a.status = AccountStatus::Waived;
     if (r.CurrentLaw && r.Law.finalYear > 0) a.finalYear = r.Law.finalYear;
     const std::int16_t slot = figures.laterRules ? r.SlotLater : r.Slot1987;
     if (!series && slot >= 0 && slot < rep_calc::kSlotCount)

@@ -107,6 +107,10 @@ TEST(ResultsCsv, FinalYearOfTheTenYearRule) {
   EXPECT_EQ(SummaryCsvRows("lee.ira", s, figures),
             "lee.ira,Ann Lee,Main,1,2025,2025-12-31,300000.00,36.10,8310.25,0.00,8310.25,2032,ok,\r\n");
   EXPECT_NE(ResultsJson("lee.ira", s, figures).find("\"finalYear\": 2032"), std::string::npos);
+  // 2024's annual amount (divisor 38.1 - 1 = 37.1) is waived by Notice 2024-35: nothing to pay, same final year.
+  s.Gen.DCY = 2024;
+  EXPECT_EQ(SummaryCsvRows("lee.ira", s, ComputeFigures(s)),
+            "lee.ira,Ann Lee,Main,1,2024,,300000.00,37.10,0.00,0.00,0.00,2032,waived,\r\n");
 }
 
 }  // namespace
