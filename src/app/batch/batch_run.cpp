@@ -21,20 +21,6 @@
 namespace ira::app {
 namespace {
 
-// Nobody is there to answer: every message is written out and gets its
-// default button.
-class BatchMessages final : public MessageSink {
- public:
-  explicit BatchMessages(std::ostream& err) : m_err(err) {}
-  MsgAnswer Show(const Message& message) override {
-    m_err << message.title << ": " << message.text << "\n";
-    return DefaultAnswer(message.buttons);
-  }
-
- private:
-  std::ostream& m_err;
-};
-
 class BatchErrors final : public ErrorReport {
  public:
   explicit BatchErrors(std::ostream& err) : m_err(err) {}
@@ -72,6 +58,11 @@ bool SameFile(const std::string& input, const std::string& output) {
 }
 
 }  // namespace
+
+MsgAnswer BatchMessages::Show(const Message& message) {
+  m_err << message.title << ": " << message.text << "\n";
+  return DefaultAnswer(message.buttons);
+}
 
 int BatchReportFlags() {
   using namespace reports;

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "app/batch/command_line.h"
+#include "core/base/messages.h"
 
 namespace ira::app {
 
@@ -21,6 +22,17 @@ enum ExitStatus : int {
   kExitReportError = 4,   // a report failed; the others were written
   kExitTableDamaged = 5,  // a table file is missing or damaged: figures that need it are withheld
   kExitUnexpected = 70,   // an error nobody expected, caught at the top
+};
+
+// Nobody is there to answer: every message is written out as "TITLE: text"
+// and gets its default button.
+class BatchMessages final : public MessageSink {
+ public:
+  explicit BatchMessages(std::ostream& err) : m_err(err) {}
+  MsgAnswer Show(const Message& message) override;
+
+ private:
+  std::ostream& m_err;
 };
 
 // Runs the batch job of `cl` (silent, with input and output); returns the exit status.

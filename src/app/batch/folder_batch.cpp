@@ -282,19 +282,6 @@ class ProgressLine {
   bool m_shown = false;
 };
 
-// Messages of the main thread (the table files) go straight to `err`.
-class MainMessages final : public MessageSink {
- public:
-  explicit MainMessages(std::ostream& err) : m_err(err) {}
-  MsgAnswer Show(const Message& message) override {
-    m_err << message.title << ": " << message.text << "\n";
-    return DefaultAnswer(message.buttons);
-  }
-
- private:
-  std::ostream& m_err;
-};
-
 }  // namespace
 
 int RunFolderBatch(const FolderBatchOptions& options, std::ostream& err) {
@@ -319,7 +306,7 @@ int RunFolderBatch(const FolderBatchOptions& options, std::ostream& err) {
     return kExitOutputFailed;
   }
 
-  MainMessages mainMessages(err);
+  BatchMessages mainMessages(err);  // the main thread's (the table files')
   SetMessageSink(&mainMessages);
   LoadBatchTables();
   SetMessageSink(nullptr);
